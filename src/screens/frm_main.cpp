@@ -1,0 +1,61 @@
+#include "screens/frm_main.h"
+
+namespace ketrel {
+
+FrmMain::FrmMain(EventLoop& loop)
+    : Screen(loop, "frmMain", "Ketrel (OBD II Generic) Version 0.77 - "),
+      SplashScreen(makeTimer(1500)),
+      TimeOutConnect(makeTimer(10000)),
+      BR3Delay(makeTimer(125)),
+      KeshDelay(makeTimer(125)),
+      ClearCodeTimer(makeTimer(2000)),
+      RequestTimer(makeTimer(5000)) {
+    cmdClearCodes.setText("[F2] CLEAR CODES");
+    cmdRequestFF.setText("[F3]  FREEZE FRAME");
+    cmdRequestTC.setText("[F4] TROUBLE CODES");
+    cmdRequestPending.setText("[F5] PENDING CODES");
+    cmdRequestInfo.setText("REQUEST VIN");
+    cmdClearVehicle.setText("CLEAR");
+    cmdPrintFFData.setText("PRINT");
+    Command1.setText("Debug Data");
+    Command4.setText("Clear");
+    frCheckEngine.setText("CHECK ENGINE LIGHT");
+    lblCodesNote.setText(
+        "DATA HERE WILL BE CLEARED WHEN FOCUS IS LOST.  REQUEST AGAIN IF THERE ARE STORED "
+        "CODES/DATA.");
+    mnuViewDefault.setChecked(true);
+    mnuOptionStatusBar.setChecked(true);
+    mnuOptionToolbar.setChecked(true);
+    Panel2.setPicture(kImgNotConnected);
+    imgMIL.setPicture(kImgNotConnected);
+    GridData.setVisible(false);
+    for (Control* c : std::initializer_list<Control*>{&LogData, &Text2, &txtInputDORVANE,
+                                                      &txtInputBR3, &txtKesh, &lstRecordData,
+                                                      &Command1, &Command4, &lstPendingCodes,
+                                                      &lstCodes, &lstFreezeCodes}) {
+        c->setVisible(false);
+    }
+    markDesign();
+}
+
+ToolButton& FrmMain::button(int number) {
+    ToolButton* all[] = {&tb1,      &tbConnect, &tbDisconnect, &tb4,   &tbController,
+                         &tb6,      &tbScope,   &tb8,          &tbDTC, &tbGuage,
+                         &tb11,     &tbCustom,  &tb13,         &tbMode6, &tbMode5};
+    return *all[(number >= 1 && number <= 15) ? number - 1 : 0];
+}
+
+ToolButton* FrmMain::buttonByKey(const std::string& key) {
+    for (int n = 1; n <= 15; ++n) {
+        if (!key.empty() && button(n).key() == key) return &button(n);
+    }
+    return nullptr;
+}
+
+StatusPanel& FrmMain::panel(int number) {
+    StatusPanel* all[] = {&Panel1, &Panel2, &Panel3, &Panel4, &Panel5,
+                          &Panel6, &Panel7, &Panel8, &Panel9};
+    return *all[(number >= 1 && number <= 9) ? number - 1 : 0];
+}
+
+}  // namespace ketrel

@@ -1,0 +1,166 @@
+#pragma once
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/desktop.h"
+#include "platform/dialogs.h"
+#include "platform/event_loop.h"
+#include "platform/serial_port.h"
+#include "platform/settings_store.h"
+#include "screens/frm_connecting.h"
+#include "screens/frm_main.h"
+#include "screens/frm_settings.h"
+#include "state/c_time_it.h"
+
+namespace ketrel {
+
+// The application's name in the settings store, and its section.
+inline constexpr const char* kAppName = "Ketrel";
+inline constexpr const char* kSection = "Settings";
+inline constexpr const char* kAppVersion = "0.77";
+
+// The four converters, as OBDIIHardware names them.
+inline constexpr const char* kDorvane = "DORVANE PROTOCOL CONVERTER";
+inline constexpr const char* kBr3 = "BR3 PROTOCOL CONVERTER";
+inline constexpr const char* kKesh = "KESH PROTOCOL CONVERTER";
+inline constexpr const char* kTactrix = "TACTRIX CABLE";
+
+// The handles of the platform that the logic runs on.
+struct Platform {
+    EventLoop& loop;
+    Dialogs& dialogs;
+    SettingsStore& settings;
+    Launcher& launcher;
+    DisplayInfo& display;
+    SerialPortFactory& ports;
+    std::filesystem::path appPath;  // holds System/, Log/, Help/
+};
+
+// The application object: the one block of session variables, under the names the whole
+// program uses, the screens, and the platform handles. Tests make a fresh one per case.
+class App {
+public:
+    explicit App(Platform platform);
+    App(const App&) = delete;
+    App& operator=(const App&) = delete;
+    ~App();
+
+    Platform platform;
+    EventLoop& loop() { return platform.loop; }
+    Dialogs& dialogs() { return platform.dialogs; }
+    std::filesystem::path appPath() const { return platform.appPath; }
+
+    // GetSetting / SaveSetting on the section "Settings".
+    std::string GetSetting(const std::string& key, const std::string& def = "");
+    void SaveSetting(const std::string& key, const std::string& value);
+
+    // ---- Screens (made with the application, loaded and unloaded explicitly)
+    FrmMain& frmMain() { return *frmMain_; }
+    FrmSettings& frmSettings() { return *frmSettings_; }
+    FrmConnecting& frmConnecting() { return *frmConnecting_; }
+    FrmSplash& frmSplash() { return *frmSplash_; }
+    // Every screen that exists, by name, for the shutdown order and the views.
+    Screen* screenByName(const std::string& name);
+    std::vector<Screen*> screens();
+    // Later screens register themselves here when they are made.
+    void addScreen(std::unique_ptr<Screen> screen);
+
+    cTimeIt& TimerObject();
+
+    // ---- Session and link state
+    bool Connected = false;
+    bool Connecting = false;
+    bool ConnectCancelled = false;
+    bool Mode2ListMissing = false;
+    long ConnectSeconds = 0;
+    bool PlayingLog = false;
+    bool Recording = false;
+    bool PlayFormOpen = false;
+    std::string OBDIIHardware;
+    std::string ConnectPort;
+    long TimeOut = 0;
+    std::string ProtocolCode;
+    std::string ConverterVersion;
+    long ConnectCount = 0;
+
+    // ---- One-shot request flags and answer markers
+    bool RequestClearCodes = false, RequestTroubleCodes = false, RequestPendingCodes = false,
+         RequestFFCode = false, RequestFFData = false, RequestInfo = false,
+         RequestFirmware = false, RequestPid1C = false;
+    bool PendingAnswered = false, FFCodeAnswered = false, TroubleAnswered = false;
+
+    // ---- The decoded frame. A byte cell is empty ("" / nothing) or holds its value.
+    std::string RawFrame;
+    std::string RxMode;
+    std::string RxPID;
+    std::array<std::string, 19> ByteBits{};            // 1..18
+    std::array<std::optional<int>, 6> ByteValue{};     // 1..5
+    std::array<std::string, 19> ByteHex{};             // 1..18
+
+    // ---- PID bookkeeping
+    std::array<bool, 97> Mode1Supported{};   // 0..96
+    std::array<bool, 97> Mode2Supported{};   // 0..96
+    std::array<bool, 101> PidWanted{};       // 0..100
+    bool FFPidsKnown = false;
+    int SupportedCount = 0, FFSupportedCount = 0, ExtendedPIDCount = 0;
+    bool PidDiscoveryDone = false, Mode1ListRead = false, Mode2ListRead = false;
+
+    // ---- Settings mirrored in memory
+    std::string Temp, Pressure, Speed, DataStyle, BR3Delay;
+    bool BR3SetDelay = false;
+    int KeshStart = 0, BR3Start = 0;
+    bool ConnectLogEnabled = false, DisplaySet = false, AlertOnMIL = false, SaveInfo = false;
+    bool SecondFrameConnect = false;
+    bool GridStyle = false;
+
+    // ---- Flags of screens shown beside the session
+    bool AppClosing = false, DetectPanelEnabled = false, Mode6ListVisible = false;
+
+    // ---- Variables one feature owns and several share
+    std::string FrameOut, FrameHeader, FrameHeader3, PortInput, LastRequestHex, KeywordHex;
+    bool RequestPid20 = false, RequestPid40 = false;
+    bool KeshRequestMode2List = false, KeshRequestPid1C = false;
+    bool CustomListActive = false;
+    std::string VinText;
+    std::string CodeDescription;
+    bool Mode6Active = false, Mode6Cancel = false;
+    int Mode6PIDIndex = 0;
+    bool Mode5Requested = false;
+    int Mode5TestID = 0, Mode5Sensor = 0;
+    bool Mode5ManufActive = false;
+    int RecordIndex = 0;
+    double RecordCount = 0;
+    std::string RecordDate;
+    bool RecordUnsaved = false;
+    std::string LogName, LogType;
+    long LogFrames = 0;
+    bool SaveNameOpen = false;
+    int DetectTicks = 0;
+
+    // ---- The DORVANE path's own state, kept between calls
+    bool SendFirstCommand = false;
+    int PollPosition = 0;
+    int FFPosition = 0;
+    int SyncCount = 0;
+    int RetryCount = 0;
+    int TimeOutCount = 0;  // firings of the watchdog, 1 to 4
+
+    // ---- Display measurement shared with the start-up check
+    int DisplayWidth = 0, DisplayHeight = 0, DisplayDepth = 0;
+
+private:
+    std::unique_ptr<FrmMain> frmMain_;
+    std::unique_ptr<FrmSettings> frmSettings_;
+    std::unique_ptr<FrmConnecting> frmConnecting_;
+    std::unique_ptr<FrmSplash> frmSplash_;
+    std::vector<std::unique_ptr<Screen>> extraScreens_;
+    std::unique_ptr<cTimeIt> timerObject_;
+};
+
+// Booleans as the settings store keeps them.
+inline std::string BoolText(bool b) { return b ? "True" : "False"; }
+
+}  // namespace ketrel
