@@ -5,7 +5,7 @@ namespace ketrel {
 
 // The time sources the logic reads: a high-resolution counter and a millisecond tick count.
 class Clock {
-public:
+  public:
     virtual ~Clock() = default;
     // Counts per second of counter(); 0 when the machine has no high-resolution counter.
     virtual std::int64_t frequency() = 0;

@@ -7,7 +7,7 @@ namespace ketrel {
 
 // Opens a file in the desktop's text viewer.
 class Launcher {
-public:
+  public:
     virtual ~Launcher() = default;
     // False when the viewer could not be started.
     virtual bool openTextFile(const std::string& path) = 0;
@@ -17,7 +17,7 @@ public:
 
 // A launcher for tests: remembers what was opened.
 class RecordingLauncher : public Launcher {
-public:
+  public:
     bool openTextFile(const std::string& path) override {
         opened.push_back(path);
         return true;
@@ -40,7 +40,7 @@ struct DisplayMode {
 
 // What the platform reports of the screen the program runs on.
 class DisplayInfo {
-public:
+  public:
     virtual ~DisplayInfo() = default;
     // The current mode; nothing when it can't be read.
     virtual std::optional<DisplayMode> current() = 0;
@@ -52,7 +52,7 @@ public:
 
 // A fixed display for tests and headless runs.
 class FixedDisplayInfo : public DisplayInfo {
-public:
+  public:
     std::optional<DisplayMode> current() override { return mode; }
     std::vector<DisplayMode> modes() override {
         if (mode) return {*mode};

@@ -26,7 +26,7 @@ MsgAnswer cancelOrDefault(MsgButtons buttons);
 
 // Message boxes; the call returns the button pressed. Timers and serial events go on meanwhile.
 class Dialogs {
-public:
+  public:
     virtual ~Dialogs() = default;
     virtual MsgAnswer show(const MessageBox& box) = 0;
 
@@ -38,7 +38,7 @@ public:
 
 // Dialogs for tests: records every box and answers from a script, else with the default button.
 class ScriptedDialogs : public Dialogs {
-public:
+  public:
     MsgAnswer show(const MessageBox& box) override;
     void answerNext(MsgAnswer a) { script_.push_back(a); }
     const std::vector<MessageBox>& shown() const { return shown_; }
@@ -46,7 +46,7 @@ public:
     // A hook run when a box comes up, before it is answered (a test may act "while it shows").
     std::function<void(const MessageBox&)> onShow;
 
-private:
+  private:
     std::deque<MsgAnswer> script_;
     std::vector<MessageBox> shown_;
 };

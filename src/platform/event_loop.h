@@ -7,7 +7,7 @@ namespace ketrel {
 // The one event thread as the logic sees it: a pump that runs what is due, a blocking sleep
 // during which no handler runs, and a wait that blocks until something happens.
 class EventLoop {
-public:
+  public:
     virtual ~EventLoop() = default;
     // Runs every event that is due now and returns at once (the nested pump of pumped waits).
     virtual void pump() = 0;

@@ -8,7 +8,7 @@ namespace ketrel {
 // A port with nothing behind it: every open fails with error 8002. Used where no serial
 // backend is wired (tools that only decode).
 class NullSerialPort : public SerialPort {
-public:
+  public:
     void setCommPort(int number) override { port_ = number; }
     int commPort() const override { return port_; }
     void setSettings(const std::string& s) override { settings_ = s; }
@@ -26,7 +26,7 @@ public:
     bool setBaud(int) override { return false; }
     int commEvent() const override { return 0; }
 
-private:
+  private:
     int port_ = 1;
     int threshold_ = 0;
     std::string settings_ = "9600,n,8,1";
@@ -34,7 +34,7 @@ private:
 
 // Factory of NullSerialPort objects.
 class NullSerialPortFactory : public SerialPortFactory {
-public:
+  public:
     std::unique_ptr<SerialPort> create(const std::string&) override {
         return std::make_unique<NullSerialPort>();
     }

@@ -24,7 +24,8 @@ int Scheduler::runDue() {
     int count = 0;
     while (true) {
         auto it = queue_.begin();
-        while (it != queue_.end() && it->first.second >= limitSeq) ++it;
+        while (it != queue_.end() && it->first.second >= limitSeq)
+            ++it;
         if (it == queue_.end() || it->first.first > now) break;
         auto fn = std::move(it->second);
         byHandle_.erase(it->first.second);

@@ -15,7 +15,7 @@ class Timer;
 // The queue of armed timers and posted events that both event-loop backends run.
 // Events due at the same moment run in the order they were armed or posted.
 class Scheduler {
-public:
+  public:
     explicit Scheduler(Clock& clock) : clock_(clock) {}
     Scheduler(const Scheduler&) = delete;
     Scheduler& operator=(const Scheduler&) = delete;
@@ -25,7 +25,9 @@ public:
     // Runs fn at the given time (micros of the clock); returns a handle for cancel().
     std::uint64_t postAt(std::int64_t atMicros, std::function<void()> fn);
     // Runs fn as soon as the loop is pumped.
-    std::uint64_t post(std::function<void()> fn) { return postAt(clock_.nowMicros(), std::move(fn)); }
+    std::uint64_t post(std::function<void()> fn) {
+        return postAt(clock_.nowMicros(), std::move(fn));
+    }
     void cancel(std::uint64_t handle);
 
     // Runs every event whose time has come; returns how many ran.
@@ -34,7 +36,7 @@ public:
     std::optional<std::int64_t> nextDue() const;
     bool empty() const { return queue_.empty(); }
 
-private:
+  private:
     friend class Timer;
     using Key = std::pair<std::int64_t, std::uint64_t>;
     Clock& clock_;
@@ -47,15 +49,17 @@ private:
 // every interval; a one-shot timer disables itself in its handler. A handler that pumps the
 // loop is not entered again by its own timer until it returns.
 class Timer {
-public:
-    explicit Timer(Scheduler& scheduler, int intervalMs = 0) : sched_(scheduler), interval_(intervalMs) {}
+  public:
+    explicit Timer(Scheduler& scheduler, int intervalMs = 0)
+        : sched_(scheduler), interval_(intervalMs) {}
     ~Timer();
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
 
     void setInterval(int ms);
     int interval() const { return interval_; }
-    // Enabling a stopped timer starts a new interval from now; enabling a running one changes nothing.
+    // Enabling a stopped timer starts a new interval from now; enabling a running one changes
+    // nothing.
     void setEnabled(bool on);
     bool enabled() const { return enabled_; }
     void start() { setEnabled(true); }
@@ -67,7 +71,7 @@ public:
     }
     void setHandler(std::function<void()> fn) { handler_ = std::move(fn); }
 
-private:
+  private:
     void arm();
     void disarm();
     void fire();

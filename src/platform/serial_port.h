@@ -9,11 +9,11 @@ namespace ketrel {
 
 // Error raised by a port operation; the codes are those the messages depend on.
 class SerialError : public std::runtime_error {
-public:
+  public:
     SerialError(int code, const std::string& text) : std::runtime_error(text), code_(code) {}
     int code() const { return code_; }
 
-private:
+  private:
     int code_;
 };
 
@@ -27,7 +27,7 @@ inline constexpr int kCommEventError = 1010;  // the device failed (for example,
 // The serial device as the logic sees it. Bytes travel as std::string, one char per byte,
 // 0x00 kept and 0x80 to 0xFF unchanged.
 class SerialPort {
-public:
+  public:
     virtual ~SerialPort() = default;
 
     // Port number; set only while closed.
@@ -60,18 +60,18 @@ public:
     // The received-data event, run on the event thread.
     void setOnComm(std::function<void()> fn) { onComm_ = std::move(fn); }
 
-protected:
+  protected:
     void fireOnComm() {
         if (onComm_) onComm_();
     }
 
-private:
+  private:
     std::function<void()> onComm_;
 };
 
 // Makes the port objects of the screens; the backend decides what stands behind them.
 class SerialPortFactory {
-public:
+  public:
     virtual ~SerialPortFactory() = default;
     virtual std::unique_ptr<SerialPort> create(const std::string& objectName) = 0;
 };

@@ -10,7 +10,7 @@ namespace ketrel {
 // A clock that only moves when told, and by a few microseconds at every counter read, so that
 // a busy wait on the counter ends.
 class VirtualClock : public Clock {
-public:
+  public:
     std::int64_t frequency() override { return hasCounter_ ? 1'000'000 : 0; }
     std::int64_t counter() override {
         now_ += readStepMicros_;
@@ -27,7 +27,7 @@ public:
     void setHasCounter(bool on) { hasCounter_ = on; }
     void setReadStepMicros(int step) { readStepMicros_ = step; }
 
-private:
+  private:
     std::int64_t now_ = 0;
     int readStepMicros_ = 5;
     bool hasCounter_ = true;
@@ -35,14 +35,14 @@ private:
 
 // Thrown when virtual time runs past the limit a test set: a wait that would never end.
 class VirtualTimeExceeded : public std::runtime_error {
-public:
+  public:
     using std::runtime_error::runtime_error;
 };
 
 // The event loop of tests and of the in-process simulator: deterministic virtual time.
 // pump() with nothing due jumps to the next event, sleep() advances time.
 class VirtualEventLoop : public EventLoop {
-public:
+  public:
     VirtualEventLoop() : sched_(clock_) {}
 
     void pump() override;
@@ -59,7 +59,7 @@ public:
     // Virtual time after which any further pumping throws VirtualTimeExceeded (0: no limit).
     void setLimitMs(std::int64_t ms) { limitMicros_ = ms * 1000; }
 
-private:
+  private:
     std::int64_t clock_ms() const { return const_cast<VirtualClock&>(clock_).nowMicros() / 1000; }
     void checkLimit();
 

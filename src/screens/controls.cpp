@@ -169,7 +169,8 @@ void Grid::setColAlign(int c, Align a) {
 }
 
 void Grid::clear() {
-    for (auto& cell : s_.cells) cell = Cell{};
+    for (auto& cell : s_.cells)
+        cell = Cell{};
     notify();
 }
 

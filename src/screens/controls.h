@@ -17,12 +17,24 @@ inline constexpr std::int64_t kDefaultColor = -1;
 inline constexpr std::int64_t kLightGreen = 0xC0FFC0;
 
 // What a control is, so that views and exporters can treat each kind alike.
-enum class ControlKind { Field, Grid, ListBox, ComboBox, Option, Check, Menu, ToolButton, Panel, Slider, Tabs };
+enum class ControlKind {
+    Field,
+    Grid,
+    ListBox,
+    ComboBox,
+    Option,
+    Check,
+    Menu,
+    ToolButton,
+    Panel,
+    Slider,
+    Tabs
+};
 
 // The common part of every named control on a screen: name, index in its set, enabled,
 // visible, tool tip, and the design-time state it returns to when its screen unloads.
 class Control : public Observable {
-public:
+  public:
     Control(Screen* owner, std::string name, int index = -1);
     virtual ControlKind kind() const = 0;
 
@@ -44,11 +56,11 @@ public:
     // Returns to the design state (done when the screen unloads).
     void restoreDesign();
 
-protected:
+  protected:
     virtual void saveDesignState() = 0;
     virtual void restoreDesignState() = 0;
 
-private:
+  private:
     Screen* owner_;
     std::string name_;
     int index_;
@@ -61,7 +73,7 @@ private:
 // A label, text box, picture or button: text (caption), picture, colours, and the change and
 // click handlers. The change handler runs whenever the text changes.
 class Field : public Control {
-public:
+  public:
     using Control::Control;
     ControlKind kind() const override { return ControlKind::Field; }
 
@@ -79,11 +91,11 @@ public:
     std::function<void()> onChange;
     std::function<void()> onClick;
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     struct State {
         std::string text, picture;
         std::int64_t fore = kDefaultColor, back = kDefaultColor;
@@ -94,7 +106,7 @@ enum class Align { Left, Center, Right };
 
 // A table of text cells with colours, column widths (in the design's units) and alignment.
 class Grid : public Control {
-public:
+  public:
     Grid(Screen* owner, std::string name, int rows = 2, int cols = 2);
     ControlKind kind() const override { return ControlKind::Grid; }
 
@@ -113,11 +125,11 @@ public:
     // Empties every cell's text and colour; keeps rows, columns and widths.
     void clear();
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     struct Cell {
         std::string text;
         std::int64_t back = kDefaultColor;
@@ -133,7 +145,7 @@ private:
 
 // A list of text rows.
 class ListBox : public Control {
-public:
+  public:
     using Control::Control;
     ControlKind kind() const override { return ControlKind::ListBox; }
     int count() const { return int(s_.items.size()); }
@@ -145,11 +157,11 @@ public:
     int listIndex() const { return s_.index; }
     void setListIndex(int i);
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     struct State {
         std::vector<std::string> items;
         int index = -1;
@@ -158,7 +170,7 @@ private:
 
 // A drop-down list with an edit text; onChange runs when the user picks or types.
 class ComboBox : public Control {
-public:
+  public:
     using Control::Control;
     ControlKind kind() const override { return ControlKind::ComboBox; }
     const std::vector<std::string>& items() const { return s_.items; }
@@ -172,11 +184,11 @@ public:
     void setListIndex(int i);
     std::function<void()> onChange;
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     struct State {
         std::vector<std::string> items;
         std::string text;
@@ -187,7 +199,7 @@ private:
 // An option button or a check box: caption and value. Setting the value to True (option) or
 // changing it (check box) runs onClick, as a click would.
 class Toggle : public Control {
-public:
+  public:
     Toggle(Screen* owner, std::string name, ControlKind kind, int index = -1)
         : Control(owner, std::move(name), index), kind_(kind) {}
     ControlKind kind() const override { return kind_; }
@@ -201,11 +213,11 @@ public:
     // Option buttons of one group clear each other.
     void setGroup(std::vector<Toggle*> group) { group_ = std::move(group); }
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     ControlKind kind_;
     struct State {
         std::string caption;
@@ -216,7 +228,7 @@ private:
 
 // A menu entry: caption, checked, and its click.
 class MenuItem : public Control {
-public:
+  public:
     MenuItem(Screen* owner, std::string name, std::string caption, MenuItem* parent = nullptr,
              std::string shortcut = {});
     ControlKind kind() const override { return ControlKind::Menu; }
@@ -231,11 +243,11 @@ public:
     void click();
     std::function<void()> onClick;
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     MenuItem* parent_;
     std::vector<MenuItem*> children_;
     std::string shortcut_;
@@ -247,7 +259,7 @@ private:
 
 // A toolbar button, known by number (from 1) and by key.
 class ToolButton : public Control {
-public:
+  public:
     ToolButton(Screen* owner, int number, std::string key, std::string caption, std::string tip,
                bool separator = false);
     ControlKind kind() const override { return ControlKind::ToolButton; }
@@ -258,18 +270,18 @@ public:
     void click();
     std::function<void()> onClick;
 
-protected:
+  protected:
     void saveDesignState() override {}
     void restoreDesignState() override {}
 
-private:
+  private:
     std::string key_, caption_;
     bool separator_;
 };
 
 // A panel of the status bar: text and picture.
 class StatusPanel : public Control {
-public:
+  public:
     using Control::Control;
     ControlKind kind() const override { return ControlKind::Panel; }
     const std::string& text() const { return s_.text; }
@@ -277,11 +289,11 @@ public:
     const std::string& picture() const { return s_.picture; }
     void setPicture(const std::string& p);
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     struct State {
         std::string text, picture;
     } s_, d_;
@@ -289,7 +301,7 @@ private:
 
 // A slider with a range; onChange runs when the value changes.
 class Slider : public Control {
-public:
+  public:
     Slider(Screen* owner, std::string name, int min, int max);
     ControlKind kind() const override { return ControlKind::Slider; }
     int value() const { return s_.value; }
@@ -298,11 +310,11 @@ public:
     int max() const { return max_; }
     std::function<void()> onChange;
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     int min_, max_;
     struct State {
         int value = 0;
@@ -311,7 +323,7 @@ private:
 
 // A tab control: captions and the current tab; onClick(previous) runs when the tab changes.
 class Tabs : public Control {
-public:
+  public:
     Tabs(Screen* owner, std::string name, std::vector<std::string> captions);
     ControlKind kind() const override { return ControlKind::Tabs; }
     int count() const { return int(captions_.size()); }
@@ -322,11 +334,11 @@ public:
     void setIcon(int i, const std::string& name);
     std::function<void(int previous)> onClick;
 
-protected:
+  protected:
     void saveDesignState() override { d_ = s_; }
     void restoreDesignState() override { s_ = d_; }
 
-private:
+  private:
     std::vector<std::string> captions_;
     struct State {
         int tab = 0;
@@ -338,7 +350,7 @@ private:
 // first reference.
 template <class T>
 class ControlArray {
-public:
+  public:
     ControlArray(Screen* owner, std::string name) : owner_(owner), name_(std::move(name)) {}
     T& operator[](int i) {
         auto it = items_.find(i);
@@ -349,11 +361,12 @@ public:
     const std::string& name() const { return name_; }
     std::vector<int> indices() const {
         std::vector<int> v;
-        for (auto& [i, p] : items_) v.push_back(i);
+        for (auto& [i, p] : items_)
+            v.push_back(i);
         return v;
     }
 
-private:
+  private:
     Screen* owner_;
     std::string name_;
     std::map<int, std::unique_ptr<T>> items_;

@@ -16,7 +16,8 @@ FrmConnecting::FrmConnecting(EventLoop& loop)
     lblControlStatus[1].setText("");
     cmdConnectingCancel.setText("&CANCEL");
     txtConnectingInput.setVisible(false);
-    for (int i = 0; i < 4; ++i) Image1[i].setPicture(i == 0 || i == 3 ? "imgLinkOn" : "imgLinkOff");
+    for (int i = 0; i < 4; ++i)
+        Image1[i].setPicture(i == 0 || i == 3 ? "imgLinkOn" : "imgLinkOff");
     markDesign();
 }
 

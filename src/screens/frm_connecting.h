@@ -9,7 +9,7 @@ namespace ketrel {
 // The connecting screen: status line, blinking pictures, cancel, its timers and the two
 // connecting ports. Modal while a connect runs.
 class FrmConnecting : public Screen {
-public:
+  public:
     explicit FrmConnecting(EventLoop& loop);
 
     ControlArray<Field> lblControlStatus{this, "lblControlStatus"};
@@ -33,7 +33,7 @@ public:
     bool ConnectDone = false;
     bool ConnectStopped = false;
 
-protected:
+  protected:
     void resetVariables() override {
         ConnectDone = false;
         ConnectStopped = false;
@@ -42,7 +42,7 @@ protected:
 
 // The splash screen shown while the main window loads.
 class FrmSplash : public Screen {
-public:
+  public:
     explicit FrmSplash(EventLoop& loop);
     Field lblTitle{this, "lblTitle"};
     Field lblVersion{this, "lblVersion"};

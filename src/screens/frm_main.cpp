@@ -29,19 +29,18 @@ FrmMain::FrmMain(EventLoop& loop)
     Panel2.setPicture(kImgNotConnected);
     imgMIL.setPicture(kImgNotConnected);
     GridData.setVisible(false);
-    for (Control* c : std::initializer_list<Control*>{&LogData, &Text2, &txtInputDORVANE,
-                                                      &txtInputBR3, &txtKesh, &lstRecordData,
-                                                      &Command1, &Command4, &lstPendingCodes,
-                                                      &lstCodes, &lstFreezeCodes}) {
+    for (Control* c : std::initializer_list<Control*>{
+             &LogData, &Text2, &txtInputDORVANE, &txtInputBR3, &txtKesh, &lstRecordData, &Command1,
+             &Command4, &lstPendingCodes, &lstCodes, &lstFreezeCodes}) {
         c->setVisible(false);
     }
     markDesign();
 }
 
 ToolButton& FrmMain::button(int number) {
-    ToolButton* all[] = {&tb1,      &tbConnect, &tbDisconnect, &tb4,   &tbController,
-                         &tb6,      &tbScope,   &tb8,          &tbDTC, &tbGuage,
-                         &tb11,     &tbCustom,  &tb13,         &tbMode6, &tbMode5};
+    ToolButton* all[] = {&tb1,  &tbConnect, &tbDisconnect, &tb4,     &tbController,
+                         &tb6,  &tbScope,   &tb8,          &tbDTC,   &tbGuage,
+                         &tb11, &tbCustom,  &tb13,         &tbMode6, &tbMode5};
     return *all[(number >= 1 && number <= 15) ? number - 1 : 0];
 }
 

@@ -16,14 +16,16 @@ inline constexpr const char* kImgNotConnected = "imgNotConnected";
 // The main window: the named fields that the decoders write and the user acts on, its menus,
 // toolbar, status bar, timers and the three ports of the scanning phase.
 class FrmMain : public Screen {
-public:
+  public:
     explicit FrmMain(EventLoop& loop);
 
     // Tabs
-    Tabs SSTab1{this, "SSTab1",
+    Tabs SSTab1{this,
+                "SSTab1",
                 {"- DATA PARAMETER", "- MONITOR STATUS", "- CODES/FREEZE FRAME",
                  "- VEHICLE INFORMATION", "- SUPPORTED PIDS"}};
-    Tabs SSTab2{this, "SSTab2",
+    Tabs SSTab2{this,
+                "SSTab2",
                 {"MODE 1 - PID (01 - 20)", "MODE 1 - PID (21 -40)", "MODE 1 - PID (41 -60)",
                  "MODE 2 - PID (01 - 20)"}};
 
@@ -86,7 +88,8 @@ public:
     // Tab 3: vehicle information
     Field Frame4{this, "Frame4"};
     ComboBox cmbYear{this, "cmbYear"}, cmbMake{this, "cmbMake"}, cmbModel{this, "cmbModel"},
-        cmbEngine{this, "cmbEngine"}, cmbTransmission{this, "cmbTransmission"}, cmbAC{this, "cmbAC"};
+        cmbEngine{this, "cmbEngine"}, cmbTransmission{this, "cmbTransmission"},
+        cmbAC{this, "cmbAC"};
     Field txtPlate{this, "txtPlate"}, txtVin{this, "txtVin"}, txtMileage{this, "txtMileage"};
     Field cmdRequestInfo{this, "cmdRequestInfo"}, cmdClearVehicle{this, "cmdClearVehicle"};
     Field lblWhatProtocol{this, "lblWhatProtocol"}, lblECMAddress{this, "lblECMAddress"},
@@ -153,8 +156,7 @@ public:
     MenuItem mnuViewMAP{this, "mnuViewMAP", "Manifold Absolute Pressure...", &mnuViewRealTime};
     MenuItem mnuViewRPM{this, "mnuViewRPM", "Engine RPM...", &mnuViewRealTime};
     MenuItem mnuViewSpeed{this, "mnuViewSpeed", "Vehicle Speed...", &mnuViewRealTime};
-    MenuItem mnuViewFuelPressure{this, "mnuViewFuelPressure", "Fuel Pressure...",
-                                 &mnuViewRealTime};
+    MenuItem mnuViewFuelPressure{this, "mnuViewFuelPressure", "Fuel Pressure...", &mnuViewRealTime};
     MenuItem mnuViewVariousGuage{this, "mnuViewVariousGuage", "Gauges...", &mnuView};
     MenuItem mnuViewGuage{this, "mnuViewGuage", "RPM Gauge...", &mnuViewVariousGuage};
     MenuItem mnuViewMultiGuage{this, "mnuViewMultiGuage", "Multi Gauges...", &mnuViewVariousGuage};

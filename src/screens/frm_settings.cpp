@@ -48,16 +48,19 @@ FrmSettings::FrmSettings(EventLoop& loop) : Screen(loop, "frmSettings", "SETTING
     BR4.setCaption("ISO 9141 ONLY");
     BR5.setCaption("ISO 14230 (KWP 2000) ONLY");
     std::vector<Toggle*> kwp{&KWP1, &KWP2, &KWP3};
-    for (Toggle* t : kwp) t->setGroup(kwp);
+    for (Toggle* t : kwp)
+        t->setGroup(kwp);
     std::vector<Toggle*> br{&BR1, &BR2, &BR3, &BR4, &BR5};
-    for (Toggle* t : br) t->setGroup(br);
+    for (Toggle* t : br)
+        t->setGroup(br);
     ck2ndConnect.setCaption("ENABLED");
 
     for (Field* f : {&cmdApplyUnits, &cmdApplyDevice, &cmdApplyOther, &cmdApplyKWP}) {
         f->setText("&Apply");
         f->setEnabled(false);
     }
-    for (Field* f : {&cmdDefault, &cmdDefault1, &cmdDefault2}) f->setText("&Default");
+    for (Field* f : {&cmdDefault, &cmdDefault1, &cmdDefault2})
+        f->setText("&Default");
     for (Field* f : {&cmdClose0, &cmdClose1, &cmdClose2, &cmdClose3, &cmdClose4}) {
         f->setText("&Close");
     }
@@ -77,7 +80,8 @@ FrmSettings::FrmSettings(EventLoop& loop) : Screen(loop, "frmSettings", "SETTING
                               "CONNECT WITH 2ND FRAME:",
                               "REQUEST DELAY (mS):",
                               "DEVICE:"};
-    for (int i = 0; i < int(std::size(captions)); ++i) Label[i].setText(captions[i]);
+    for (int i = 0; i < int(std::size(captions)); ++i)
+        Label[i].setText(captions[i]);
     markDesign();
 }
 

@@ -5,10 +5,11 @@ namespace ketrel {
 
 // The settings screen "SETTINGS": five pages, each with its own Apply, Default and Close.
 class FrmSettings : public Screen {
-public:
+  public:
     explicit FrmSettings(EventLoop& loop);
 
-    Tabs SSTab1{this, "SSTab1",
+    Tabs SSTab1{this,
+                "SSTab1",
                 {"Measure &Units", "&Port/Device", "&Screen Display", "&Log/Alerts", "Se&quence"}};
 
     // Page 0: units

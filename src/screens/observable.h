@@ -6,7 +6,7 @@ namespace ketrel {
 
 // Lets views follow a model object: observers run after every change.
 class Observable {
-public:
+  public:
     using Observer = std::function<void()>;
     Observable() = default;
     Observable(const Observable&) = delete;
@@ -21,15 +21,16 @@ public:
     }
     void unobserve(int id) { observers_.erase(id); }
 
-protected:
+  protected:
     void notify() {
         if (observers_.empty()) return;
         // Observers may remove themselves while running.
         auto copy = observers_;
-        for (auto& [id, fn] : copy) fn();
+        for (auto& [id, fn] : copy)
+            fn();
     }
 
-private:
+  private:
     std::map<int, Observer> observers_;
     int nextId_ = 1;
 };

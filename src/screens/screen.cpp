@@ -37,7 +37,8 @@ void Screen::showModal() {
     notify();
     activate();
     // The caller waits here while timers and serial events go on.
-    while (visible_ && loaded_) loop_.waitAndPump();
+    while (visible_ && loaded_)
+        loop_.waitAndPump();
     modal_ = false;
 }
 
@@ -58,8 +59,10 @@ bool Screen::unload() {
     visible_ = false;
     active_ = false;
     modal_ = false;
-    for (auto& t : timers_) t->stop();
-    for (Control* c : controls_) c->restoreDesign();
+    for (auto& t : timers_)
+        t->stop();
+    for (Control* c : controls_)
+        c->restoreDesign();
     caption_ = designCaption_;
     enabled_ = true;
     topmost_ = false;
@@ -106,7 +109,8 @@ Timer& Screen::makeTimer(int intervalMs) {
 
 void Screen::markDesign() {
     designCaption_ = caption_;
-    for (Control* c : controls_) c->markDesign();
+    for (Control* c : controls_)
+        c->markDesign();
 }
 
 }  // namespace ketrel

@@ -20,7 +20,7 @@ struct Geometry {
 // unloaded; unloading asks onQueryUnload (which may refuse), runs onUnload, stops the timers
 // and returns every control to its design state.
 class Screen : public Observable {
-public:
+  public:
     Screen(EventLoop& loop, std::string name, std::string caption);
     virtual ~Screen() = default;
 
@@ -69,13 +69,13 @@ public:
     // Timers owned by the screen; stopped when it unloads.
     Timer& makeTimer(int intervalMs);
 
-protected:
+  protected:
     // Remembers the present state of every control as its design state.
     void markDesign();
     // Variables of the screen's own that an unload returns to their start.
     virtual void resetVariables() {}
 
-private:
+  private:
     EventLoop& loop_;
     std::string name_, caption_, designCaption_;
     bool loaded_ = false, visible_ = false, modal_ = false, enabled_ = true, topmost_ = false;

@@ -7,15 +7,17 @@ App::App(Platform p) : platform(p) {
     frmSettings_ = std::make_unique<FrmSettings>(p.loop);
     frmConnecting_ = std::make_unique<FrmConnecting>(p.loop);
     frmSplash_ = std::make_unique<FrmSplash>(p.loop);
+    frmNewPids_ = std::make_unique<FrmNewPids>(p.loop);
+    frmAlertMIL_ = std::make_unique<FrmAlertMIL>(p.loop);
     frmMain_->MSComm = p.ports.create("MSComm");
     frmMain_->BR3MSComm = p.ports.create("BR3MSComm");
     frmMain_->KeshMSComm = p.ports.create("KeshMSComm");
     frmConnecting_->ConnectingMscomm = p.ports.create("ConnectingMscomm");
     frmConnecting_->BR3Connecting = p.ports.create("BR3Connecting");
     // Designed settings of the ports: 19200 baud, port 1, MSComm with a threshold of 1.
-    for (SerialPort* port : {frmMain_->MSComm.get(), frmMain_->BR3MSComm.get(),
-                             frmMain_->KeshMSComm.get(), frmConnecting_->ConnectingMscomm.get(),
-                             frmConnecting_->BR3Connecting.get()}) {
+    for (SerialPort* port :
+         {frmMain_->MSComm.get(), frmMain_->BR3MSComm.get(), frmMain_->KeshMSComm.get(),
+          frmConnecting_->ConnectingMscomm.get(), frmConnecting_->BR3Connecting.get()}) {
         port->setCommPort(1);
         port->setSettings("19200,n,8,1");
     }
@@ -41,13 +43,16 @@ Screen* App::screenByName(const std::string& name) {
 }
 
 std::vector<Screen*> App::screens() {
-    std::vector<Screen*> all{frmMain_.get(), frmSettings_.get(), frmConnecting_.get(),
-                             frmSplash_.get()};
-    for (auto& s : extraScreens_) all.push_back(s.get());
+    std::vector<Screen*> all{frmMain_.get(),   frmSettings_.get(), frmConnecting_.get(),
+                             frmSplash_.get(), frmNewPids_.get(),  frmAlertMIL_.get()};
+    for (auto& s : extraScreens_)
+        all.push_back(s.get());
     return all;
 }
 
-void App::addScreen(std::unique_ptr<Screen> screen) { extraScreens_.push_back(std::move(screen)); }
+void App::addScreen(std::unique_ptr<Screen> screen) {
+    extraScreens_.push_back(std::move(screen));
+}
 
 cTimeIt& App::TimerObject() {
     if (!timerObject_) timerObject_ = std::make_unique<cTimeIt>(loop().clock(), dialogs());

@@ -10,8 +10,10 @@
 #include "platform/event_loop.h"
 #include "platform/serial_port.h"
 #include "platform/settings_store.h"
+#include "screens/frm_alert_mil.h"
 #include "screens/frm_connecting.h"
 #include "screens/frm_main.h"
+#include "screens/frm_new_pids.h"
 #include "screens/frm_settings.h"
 #include "state/c_time_it.h"
 
@@ -42,7 +44,7 @@ struct Platform {
 // The application object: the one block of session variables, under the names the whole
 // program uses, the screens, and the platform handles. Tests make a fresh one per case.
 class App {
-public:
+  public:
     explicit App(Platform platform);
     App(const App&) = delete;
     App& operator=(const App&) = delete;
@@ -62,6 +64,8 @@ public:
     FrmSettings& frmSettings() { return *frmSettings_; }
     FrmConnecting& frmConnecting() { return *frmConnecting_; }
     FrmSplash& frmSplash() { return *frmSplash_; }
+    FrmNewPids& frmNewPids() { return *frmNewPids_; }
+    FrmAlertMIL& frmAlertMIL() { return *frmAlertMIL_; }
     // Every screen that exists, by name, for the shutdown order and the views.
     Screen* screenByName(const std::string& name);
     std::vector<Screen*> screens();
@@ -88,22 +92,22 @@ public:
 
     // ---- One-shot request flags and answer markers
     bool RequestClearCodes = false, RequestTroubleCodes = false, RequestPendingCodes = false,
-         RequestFFCode = false, RequestFFData = false, RequestInfo = false,
-         RequestFirmware = false, RequestPid1C = false;
+         RequestFFCode = false, RequestFFData = false, RequestInfo = false, RequestFirmware = false,
+         RequestPid1C = false;
     bool PendingAnswered = false, FFCodeAnswered = false, TroubleAnswered = false;
 
     // ---- The decoded frame. A byte cell is empty ("" / nothing) or holds its value.
     std::string RawFrame;
     std::string RxMode;
     std::string RxPID;
-    std::array<std::string, 19> ByteBits{};            // 1..18
-    std::array<std::optional<int>, 6> ByteValue{};     // 1..5
-    std::array<std::string, 19> ByteHex{};             // 1..18
+    std::array<std::string, 19> ByteBits{};         // 1..18
+    std::array<std::optional<int>, 6> ByteValue{};  // 1..5
+    std::array<std::string, 19> ByteHex{};          // 1..18
 
     // ---- PID bookkeeping
-    std::array<bool, 97> Mode1Supported{};   // 0..96
-    std::array<bool, 97> Mode2Supported{};   // 0..96
-    std::array<bool, 101> PidWanted{};       // 0..100
+    std::array<bool, 97> Mode1Supported{};  // 0..96
+    std::array<bool, 97> Mode2Supported{};  // 0..96
+    std::array<bool, 101> PidWanted{};      // 0..100
     bool FFPidsKnown = false;
     int SupportedCount = 0, FFSupportedCount = 0, ExtendedPIDCount = 0;
     bool PidDiscoveryDone = false, Mode1ListRead = false, Mode2ListRead = false;
@@ -151,16 +155,20 @@ public:
     // ---- Display measurement shared with the start-up check
     int DisplayWidth = 0, DisplayHeight = 0, DisplayDepth = 0;
 
-private:
+  private:
     std::unique_ptr<FrmMain> frmMain_;
     std::unique_ptr<FrmSettings> frmSettings_;
     std::unique_ptr<FrmConnecting> frmConnecting_;
     std::unique_ptr<FrmSplash> frmSplash_;
+    std::unique_ptr<FrmNewPids> frmNewPids_;
+    std::unique_ptr<FrmAlertMIL> frmAlertMIL_;
     std::vector<std::unique_ptr<Screen>> extraScreens_;
     std::unique_ptr<cTimeIt> timerObject_;
 };
 
 // Booleans as the settings store keeps them.
-inline std::string BoolText(bool b) { return b ? "True" : "False"; }
+inline std::string BoolText(bool b) {
+    return b ? "True" : "False";
+}
 
 }  // namespace ketrel

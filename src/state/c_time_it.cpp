@@ -17,7 +17,9 @@ void cTimeIt::Start() {
     stop_ = 0;
 }
 
-void cTimeIt::StopNow() { stop_ = clock_.counter(); }
+void cTimeIt::StopNow() {
+    stop_ = clock_.counter();
+}
 
 double cTimeIt::Result() const {
     if (stop_ == 0 || frequency_ == 0) return -1;

@@ -8,7 +8,7 @@ namespace ketrel {
 
 // The high-resolution stopwatch: start, stop, and the elapsed seconds at a grain of 0.1 ms.
 class cTimeIt {
-public:
+  public:
     cTimeIt(Clock& clock, Dialogs& dialogs);
     std::int64_t Frequency() const { return frequency_; }
     void Start();
@@ -16,7 +16,7 @@ public:
     // Elapsed seconds rounded to four decimals; -1 if StopNow has not run or no counter exists.
     double Result() const;
 
-private:
+  private:
     Clock& clock_;
     std::int64_t frequency_ = 0, start_ = 0, stop_ = 0;
 };

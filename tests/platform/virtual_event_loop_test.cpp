@@ -12,9 +12,15 @@ TEST(VirtualEventLoop, TimersFireInDeadlineOrderAndTiesInArmingOrder) {
     VirtualEventLoop loop;
     std::vector<std::string> order;
     Timer a(loop.scheduler(), 300), b(loop.scheduler(), 100), c(loop.scheduler(), 300);
-    a.setHandler([&] { order.push_back("a@" + std::to_string(loop.nowMs())); a.stop(); });
+    a.setHandler([&] {
+        order.push_back("a@" + std::to_string(loop.nowMs()));
+        a.stop();
+    });
     b.setHandler([&] { order.push_back("b@" + std::to_string(loop.nowMs())); });
-    c.setHandler([&] { order.push_back("c@" + std::to_string(loop.nowMs())); c.stop(); });
+    c.setHandler([&] {
+        order.push_back("c@" + std::to_string(loop.nowMs()));
+        c.stop();
+    });
     a.start();
     b.start();
     c.start();
@@ -58,7 +64,8 @@ TEST(VirtualEventLoop, NestedPumpRunsOtherHandlersButNotTheSameTimerAgain) {
         ++outerEntries;
         // A pumped wait: spins until three inner ticks have run.
         int target = innerCount + 3;
-        while (innerCount < target) loop.pump();
+        while (innerCount < target)
+            loop.pump();
         outer.stop();
         done = true;
     });
@@ -90,7 +97,8 @@ TEST(VirtualEventLoop, BusyWaitOnTheCounterEnds) {
     std::int64_t start = clock.counter();
     std::int64_t f = clock.frequency();
     int reads = 0;
-    while (double(clock.counter() - start) / double(f) < 0.150) ++reads;
+    while (double(clock.counter() - start) / double(f) < 0.150)
+        ++reads;
     EXPECT_GT(reads, 100);
     EXPECT_GE(loop.nowMs(), 150);
     EXPECT_LT(loop.nowMs(), 152);
@@ -123,7 +131,8 @@ TEST(VirtualEventLoop, LimitTurnsAnEndlessWaitIntoAnError) {
     bool never = false;
     EXPECT_THROW(
         {
-            while (!never) loop.pump();
+            while (!never)
+                loop.pump();
         },
         VirtualTimeExceeded);
 }

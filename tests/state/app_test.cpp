@@ -22,7 +22,8 @@ TEST(cTimeIt, WithoutACounterItSaysSoOnceAndNeverMeasures) {
     t.loop.virtualClock().setHasCounter(false);
     cTimeIt& timer = t->TimerObject();
     ASSERT_EQ(t.dialogs.shown().size(), 1u);
-    EXPECT_EQ(t.dialogs.shown()[0].text, "This timer class doesn't support high frequency clock's!");
+    EXPECT_EQ(t.dialogs.shown()[0].text,
+              "This timer class doesn't support high frequency clock's!");
     timer.Start();
     timer.StopNow();
     EXPECT_EQ(timer.Result(), -1);

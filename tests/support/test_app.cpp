@@ -1,8 +1,8 @@
 #include "support/test_app.h"
 
+#include <unistd.h>
 #include <atomic>
 #include <string>
-#include <unistd.h>
 
 namespace ketrel::test {
 

@@ -13,12 +13,12 @@ namespace ketrel::test {
 
 // A fresh temporary folder, removed at the end of the test.
 class TempDir {
-public:
+  public:
     TempDir();
     ~TempDir();
     const std::filesystem::path& path() const { return path_; }
 
-private:
+  private:
     std::filesystem::path path_;
 };
 
