@@ -84,11 +84,12 @@ void Timer::fire() {
     handle_ = 0;
     if (!enabled_) return;
     arm();  // periodic: the next interval counts from this firing
-    if (running_ || !handler_) return;
-    running_ = true;
-    auto alive = alive_;
-    handler_();
-    if (*alive) running_ = false;
+    // A handler that pumps may see its own timer fire again, as on the desktop: a screen
+    // re-shown modally from its own time-out handler keeps its time-outs working.
+    if (handler_) {
+        auto fn = handler_;  // the handler may replace itself or the timer may go away
+        fn();
+    }
 }
 
 }  // namespace ketrel

@@ -46,8 +46,7 @@ class Scheduler {
 };
 
 // A timer on the event thread: interval in ms, enabled, one handler. While enabled it fires
-// every interval; a one-shot timer disables itself in its handler. A handler that pumps the
-// loop is not entered again by its own timer until it returns.
+// every interval; a one-shot timer disables itself in its handler.
 class Timer {
   public:
     explicit Timer(Scheduler& scheduler, int intervalMs = 0)
@@ -79,7 +78,6 @@ class Timer {
     Scheduler& sched_;
     int interval_ = 0;
     bool enabled_ = false;
-    bool running_ = false;
     std::uint64_t handle_ = 0;
     std::function<void()> handler_;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

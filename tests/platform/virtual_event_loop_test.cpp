@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -54,7 +55,7 @@ TEST(VirtualEventLoop, OneShotDisablesItselfAndRestartBeginsANewInterval) {
     EXPECT_EQ(fired, 2);
 }
 
-TEST(VirtualEventLoop, NestedPumpRunsOtherHandlersButNotTheSameTimerAgain) {
+TEST(VirtualEventLoop, NestedPumpRunsOtherHandlersAndItsOwnTimerAgain) {
     VirtualEventLoop loop;
     Timer outer(loop.scheduler(), 100), inner(loop.scheduler(), 30);
     int innerCount = 0, outerEntries = 0;
@@ -74,6 +75,25 @@ TEST(VirtualEventLoop, NestedPumpRunsOtherHandlersButNotTheSameTimerAgain) {
     ASSERT_TRUE(loop.runUntil([&] { return done; }, 10000));
     EXPECT_EQ(outerEntries, 1);
     EXPECT_GE(innerCount, 6);  // 3 before the outer fired, 3 inside its wait
+}
+
+TEST(VirtualEventLoop, AHandlerWaitingInAPumpSeesItsOwnTimerFireAgain) {
+    VirtualEventLoop loop;
+    Timer t(loop.scheduler(), 100);
+    int depth = 0, maxDepth = 0;
+    t.setHandler([&] {
+        ++depth;
+        maxDepth = std::max(maxDepth, depth);
+        if (depth == 1) {
+            std::int64_t until = loop.nowMs() + 250;
+            while (loop.nowMs() < until) loop.pump();
+            t.stop();
+        }
+        --depth;
+    });
+    t.start();
+    loop.runFor(1000);
+    EXPECT_EQ(maxDepth, 2);
 }
 
 TEST(VirtualEventLoop, SleepLetsTimePassWithoutRunningHandlers) {
