@@ -56,8 +56,16 @@ class Screen : public Observable {
     // Set cancel to true to refuse the unload.
     std::function<void(bool& cancel)> onQueryUnload;
     std::function<void()> onUnload;
-    // A view asks to close the window (the user pressed its close button).
-    bool requestClose() { return unload(); }
+    // A view asks to close the window (the user pressed its close button): runs onUserClose
+    // where the screen has one, else unloads. True when the screen is gone.
+    bool requestClose() {
+        if (onUserClose) {
+            onUserClose();
+            return !loaded_;
+        }
+        return unload();
+    }
+    std::function<void()> onUserClose;
 
     // Every control, in the order made.
     const std::vector<Control*>& controls() const { return controls_; }

@@ -1,6 +1,7 @@
 #pragma once
 #include <array>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +42,16 @@ struct Platform {
     std::filesystem::path appPath;  // holds System/, Log/, Help/
 };
 
+// Routines of the session logic that the converter drivers call back into; core/ installs
+// them, so the drivers (link/) need not depend on it.
+struct SessionHooks {
+    std::function<void()> LinkUp;
+    std::function<void()> EndSession;
+    std::function<void()> CancelConnect;
+    // Writes one frame to the log being recorded (set by the recorder while it records).
+    std::function<void(const std::string&)> RecordFrame;
+};
+
 // The application object: the one block of session variables, under the names the whole
 // program uses, the screens, and the platform handles. Tests make a fresh one per case.
 class App {
@@ -73,6 +84,7 @@ class App {
     void addScreen(std::unique_ptr<Screen> screen);
 
     cTimeIt& TimerObject();
+    SessionHooks hooks;
 
     // ---- Session and link state
     bool Connected = false;

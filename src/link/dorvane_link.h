@@ -1,0 +1,31 @@
+#pragma once
+#include <string>
+
+namespace ketrel {
+
+class App;
+
+// The connecting port is opened and the connect armed (the DORVANE branch of StartTimer).
+// Throws SerialError when the port can't be opened.
+void DORVANEOpenConnect(App& app);
+// Received-data event of the connecting port: syncs, status chunks and list answers.
+void DORVANEConnectingReceive(App& app);
+// What one sync does during a connect: the first command, or the next support list.
+void DORVANEConnectStep(App& app);
+// The 15 s connect time-out: link up on the Mode 01 list alone, or the retry question.
+void DORVANEConnectingTimeOutElapsed(App& app);
+// The scan-cycle builder: sends the next request on frmMain.MSComm.
+void DORVANERequest(App& app);
+// One step of the freeze-frame sweep.
+void DORVANEFreezeStep(App& app);
+// Cuts RxMode and RxPID from RawFrame as the DORVANE paths do.
+void SetDorvaneModeAndPid(App& app);
+// Text sent for a poll position (1 to 31), or "" for the positions that send nothing.
+std::string DorvanePollText(int position);
+// Text sent for a freeze-frame sweep position, or "" where there is no row.
+std::string DorvaneFreezeText(int position);
+
+// The 13 raw bytes of the retry frame.
+extern const char kDorvaneRetryFrame[13];
+
+}  // namespace ketrel
