@@ -174,6 +174,10 @@ void Grid::clear() {
     notify();
 }
 
+void Grid::mouseMove(int row, int col) {
+    if (onMouseMove) onMouseMove(row, col);
+}
+
 // ---- ListBox
 
 void ListBox::addItem(const std::string& t) {

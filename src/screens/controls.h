@@ -124,6 +124,9 @@ class Grid : public Control {
     void setColAlign(int c, Align a);
     // Empties every cell's text and colour; keeps rows, columns and widths.
     void clear();
+    // The pointer rests on cell (row, col); views call this and it runs onMouseMove.
+    void mouseMove(int row, int col);
+    std::function<void(int row, int col)> onMouseMove;
 
   protected:
     void saveDesignState() override { d_ = s_; }

@@ -29,6 +29,11 @@ FrmMain::FrmMain(EventLoop& loop)
     Panel2.setPicture(kImgNotConnected);
     imgMIL.setPicture(kImgNotConnected);
     GridData.setVisible(false);
+    // A code grid shows the text of the cell under the pointer as its tool tip, so that a long
+    // description can be read in full.
+    for (Grid* grid : {&gridTroubleCode, &gridPending}) {
+        grid->onMouseMove = [grid](int row, int col) { grid->setToolTip(grid->text(row, col)); };
+    }
     for (Control* c : std::initializer_list<Control*>{
              &LogData, &Text2, &txtInputDORVANE, &txtInputBR3, &txtKesh, &lstRecordData, &Command1,
              &Command4, &lstPendingCodes, &lstCodes, &lstFreezeCodes}) {

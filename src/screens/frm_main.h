@@ -69,7 +69,7 @@ class FrmMain : public Screen {
 
     // Tab 2: codes and freeze frame
     Field Frame10{this, "Frame10"};
-    Grid gridTroubleCode{this, "gridTroubleCode", 10, 3};
+    Grid gridTroubleCode{this, "gridTroubleCode", 10, 4};
     Grid gridPending{this, "gridPending", 10, 3};
     Field lblFFFuelSys1{this, "lblFFFuelSys1"}, lblFFFuelSys2{this, "lblFFFuelSys2"},
         lblFFLoad{this, "lblFFLoad"}, lblFFCoolant{this, "lblFFCoolant"};

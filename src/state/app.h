@@ -142,6 +142,9 @@ class App {
     bool CustomListActive = false;
     std::string VinText;
     std::string CodeDescription;
+    std::array<std::string, 10> TroubleCodes{};  // 1..9, the codes of the last Mode 03 reply
+    std::array<std::string, 10> PendingCodes{};  // 1..9, the codes of the last Mode 07 reply
+    std::string LastFreezeCode;                  // the code of the last Mode 02 PID 02 reply
     bool Mode6Active = false, Mode6Cancel = false;
     int Mode6PIDIndex = 0;
     bool Mode5Requested = false;
