@@ -95,28 +95,26 @@ void QtSerialPort::setPortOpen(bool open) {
     commEvent_ = 0;
 }
 
-void QtSerialPort::pullWithoutEvent() const {
+void QtSerialPort::pull() const {
     if (!port_.isOpen()) return;
-    pulling_ = true;
     port_.waitForReadyRead(0);
-    pulling_ = false;
     if (port_.error() == QSerialPort::TimeoutError) port_.clearError();
 }
 
 void QtSerialPort::clearInput() {
     if (!port_.isOpen()) return;
-    pullWithoutEvent();
+    pull();
     port_.readAll();
     port_.clear(QSerialPort::Input);
 }
 
 int QtSerialPort::inBufferCount() const {
-    pullWithoutEvent();
+    pull();
     return port_.isOpen() ? static_cast<int>(port_.bytesAvailable()) : 0;
 }
 
 std::string QtSerialPort::input() {
-    pullWithoutEvent();
+    pull();
     if (!port_.isOpen()) return {};
     QByteArray data = inputLen_ > 0 ? port_.read(inputLen_) : port_.readAll();
     return std::string(data.constData(), static_cast<std::size_t>(data.size()));
@@ -131,9 +129,7 @@ void QtSerialPort::output(std::string_view bytes) {
     if (port_.bytesToWrite() > 0) {
         // The device did not take it all at once: wait the time the bytes need on the line.
         int ms = 50 + static_cast<int>(bytes.size() * 10'000 / std::max(line_.baud, 1));
-        pulling_ = true;
         port_.waitForBytesWritten(ms);
-        pulling_ = false;
         if (port_.error() == QSerialPort::TimeoutError) port_.clearError();
     }
 }
@@ -153,8 +149,9 @@ bool QtSerialPort::setBaud(int rate) {
 }
 
 void QtSerialPort::onReadyRead() {
-    // A read inside input() takes the bytes at once: no event for them.
-    if (pulling_ || threshold_ < 1) return;
+    // Also raised by the reads inside input(); the queued event then finds the buffer empty
+    // and does not fire.
+    if (threshold_ < 1) return;
     postEvent();
 }
 

@@ -51,9 +51,8 @@ class QtSerialPort : public SerialPort {
 
   private:
     void applyLine();
-    // Takes in whatever the system holds for the port, without waiting and without raising
-    // the received-data event.
-    void pullWithoutEvent() const;
+    // Takes in whatever the system holds for the port, without waiting.
+    void pull() const;
     void onReadyRead();
     void onError(QSerialPort::SerialPortError error);
     void postEvent();
@@ -68,7 +67,6 @@ class QtSerialPort : public SerialPort {
     int threshold_ = 0;
     int inputLen_ = 0;
     int commEvent_ = 0;
-    mutable bool pulling_ = false;
     bool eventQueued_ = false;
     bool closeQueued_ = false;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

@@ -80,6 +80,16 @@ bool pumpUntil(const std::function<bool()>& pred) {
     return true;
 }
 
+// Waits until pred() holds, for two seconds at most, without running the event loop.
+bool spinUntil(const std::function<bool()>& pred) {
+    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+    while (!pred()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+}
+
 class QtSerialPortTest : public ::testing::Test {
   protected:
     QtSerialPortTest() {
@@ -163,6 +173,18 @@ TEST_F(QtSerialPortTest, ReceivedDataEventRunsOnTheEventThreadOnlyWithThresholdO
     ASSERT_TRUE(pumpUntil([&] { return got == "S"; }));
     EXPECT_EQ(handlerThread, std::this_thread::get_id());
     EXPECT_GE(events, 1);
+
+    // Counting what is there does not take the event away; reading it does.
+    pty.write("V1.23");
+    ASSERT_TRUE(spinUntil([&] { return port->inBufferCount() == 5; }));
+    ASSERT_TRUE(pumpUntil([&] { return got == "SV1.23"; }));
+    int before = events;
+    pty.write("T");
+    ASSERT_TRUE(spinUntil([&] { return port->inBufferCount() == 1; }));
+    EXPECT_EQ(port->input(), "T");
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    EXPECT_EQ(events, before);
 }
 
 TEST_F(QtSerialPortTest, AnArrivalDuringAPumpingHandlerRaisesANestedEvent) {
