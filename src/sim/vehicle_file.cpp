@@ -179,7 +179,6 @@ SimSetup ReadVehicleFile(std::istream& in) {
             SimEcu ecu;
             ecu.address = hexByteArg(line, line.args[0]);
             ecu.name = line.args.size() > 1 ? line.args[1] : "module";
-            ecu.stored.clear();
             setup.vehicle.ecus.push_back(ecu);
         } else if (isEcuSetting(line.keyword)) {
             if (setup.vehicle.ecus.empty()) fail(line, line.keyword + " comes before any ecu line");

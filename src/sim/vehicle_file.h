@@ -34,6 +34,7 @@ struct SimSetup {
 //   cruise     60                  km/h of the cruise part of a cycle
 //   ltft       2.3                 long-term fuel trim, %
 //   fuel-level 62                  %
+//   displacement 2.0               litres, for the air flow
 //   freeze-at  95                  engine seconds of the freeze-frame snapshot
 //   ignition   on | off
 //
