@@ -19,6 +19,8 @@
 
 namespace ketrel {
 
+class ConnectLog;  // the connecting log file, made and used by the link layer
+
 // The application's name in the settings store, and its section.
 inline constexpr const char* kAppName = "Ketrel";
 inline constexpr const char* kSection = "Settings";
@@ -73,6 +75,8 @@ class App {
     void addScreen(std::unique_ptr<Screen> screen);
 
     cTimeIt& TimerObject();
+    // The connecting log, made on first use by ConnLog(app) of the link layer.
+    std::shared_ptr<ConnectLog> connectLog;
 
     // ---- Session and link state
     bool Connected = false;
