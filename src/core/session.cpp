@@ -83,7 +83,7 @@ void startConnect(App& app) {
         m.mnuVehicleDisconnect.setEnabled(true);
         m.mnuFileOpen.setEnabled(false);
         m.mnuOptionSettings.setEnabled(false);
-        if (app.ConnectLogEnabled) OpenConnectLog(app);
+        ConnectLogBegin(app);
         if (app.OBDIIHardware == kDorvane) {
             DORVANEOpenConnect(app);
         } else {
@@ -143,7 +143,7 @@ void connectingUnloaded(App& app) {
     } catch (const std::exception& e) {
         app.dialogs().message(e.what());
     }
-    if (app.ConnectLogEnabled) CloseConnectLog(app);
+    ConnectLogEnd(app);
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ class SerialError : public std::runtime_error {
 inline constexpr int kErrInvalidPort = 8002;  // no such port
 inline constexpr int kErrPortOpen = 8005;     // already open or busy
 inline constexpr int kErrPortIo = 8020;       // read or write failed (device gone)
+inline constexpr int kErrPortClosed = 8018;   // the operation needs an open port
 
 inline constexpr int kCommEventReceive = 2;   // data received
 inline constexpr int kCommEventError = 1010;  // the device failed (for example, unplugged)

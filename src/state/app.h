@@ -20,6 +20,8 @@
 
 namespace ketrel {
 
+class ConnectLog;  // the connecting log file, made and used by the link layer
+
 // The application's name in the settings store, and its section.
 inline constexpr const char* kAppName = "Ketrel";
 inline constexpr const char* kSection = "Settings";
@@ -85,6 +87,8 @@ class App {
 
     cTimeIt& TimerObject();
     SessionHooks hooks;
+    // The connecting log, made on first use by ConnLog(app) of the link layer.
+    std::shared_ptr<ConnectLog> connectLog;
 
     // ---- Session and link state
     bool Connected = false;

@@ -1,0 +1,70 @@
+#include "link/serial_timing.h"
+
+#include <gtest/gtest.h>
+
+#include "support/test_app.h"
+
+namespace ketrel {
+namespace {
+
+TEST(ByteToHex, EveryByteIsTwoUpperCaseDigits) {
+    struct Case {
+        unsigned char byte;
+        const char* hex;
+    };
+    const Case cases[] = {{0x00, "00"}, {0x07, "07"}, {0x0A, "0A"}, {0x41, "41"},
+                          {0x80, "80"}, {0xAF, "AF"}, {0xFF, "FF"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(ByteToHex(c.byte), c.hex);
+    EXPECT_EQ(BytesToHex(std::string("\x48\x6B\x00\xFF", 4)), "486B00FF");
+    EXPECT_EQ(BytesToSpacedHex(std::string("\x55\x00", 2)), "55 00 ");
+    EXPECT_EQ(BytesToHex(""), "");
+}
+
+TEST(Waits, BusyTimingLetsTimeReachTheLimitWithoutRunningHandlers) {
+    test::TestApp t;
+    Timer tick(t.loop.scheduler(), 10);
+    int ticks = 0;
+    tick.setHandler([&] { ++ticks; });
+    tick.start();
+    std::int64_t before = t.loop.virtualClock().nowMicros();
+    BusyWait(t->TimerObject(), 0.15);
+    std::int64_t waited = t.loop.virtualClock().nowMicros() - before;
+    // The stopwatch rounds to 0.1 ms, so the spin may end up to 50 us early.
+    EXPECT_GE(waited, 149'950);
+    EXPECT_LT(waited, 150'100);
+    EXPECT_EQ(ticks, 0);  // nothing ran during the spin
+    t.loop.pump();
+    EXPECT_EQ(ticks, 1);  // the overdue tick runs once the loop is pumped again
+}
+
+TEST(Waits, BusyTimingWithoutACounterReturnsInsteadOfHanging) {
+    test::TestApp t;
+    t.loop.virtualClock().setHasCounter(false);
+    BusyWait(t->TimerObject(), 0.2);
+    EXPECT_LT(t.loop.virtualClock().nowMicros(), 1000);
+}
+
+TEST(Waits, BusyTimingCanWatchSomethingAndStopEarly) {
+    test::TestApp t;
+    int turns = 0;
+    EXPECT_TRUE(BusyWaitPolling(t->TimerObject(), 1.0, [&] { return ++turns == 5; }));
+    EXPECT_EQ(turns, 5);
+    EXPECT_FALSE(BusyWaitPolling(t->TimerObject(), 0.001, [] { return false; }));
+}
+
+TEST(Waits, SleepPassesTimeSilentlyAndAPumpedWaitRunsHandlers) {
+    test::TestApp t;
+    Timer second(t.loop.scheduler(), 1000);
+    int seconds = 0;
+    second.setHandler([&] { ++seconds; });
+    second.start();
+    BlockingSleep(t.loop, 2500);
+    EXPECT_EQ(seconds, 0);
+    EXPECT_EQ(t.loop.nowMs(), 2500);
+    PumpedWait(t.loop, [&] { return seconds == 3; });
+    EXPECT_EQ(seconds, 3);
+}
+
+}  // namespace
+}  // namespace ketrel
