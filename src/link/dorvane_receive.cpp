@@ -141,15 +141,16 @@ void DORVANERECEIVE(App& app) {
 }
 
 void SetDorvaneFrame(App& app, const std::string& frame) {
-    auto upper = [](std::string s) {
-        for (char& c : s) {
-            if (c >= 'a' && c <= 'z') c = char(c - 'a' + 'A');
-        }
-        return s;
-    };
+    auto upper = [](char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; };
     app.RawFrame = frame;
-    app.RxMode = frame.size() >= 9 ? "0" + upper(frame.substr(8, 1)) : "";
-    app.RxPID = frame.size() >= 10 ? upper(frame.substr(9, 2)) : "";
+    app.RxMode.clear();
+    if (frame.size() >= 9) {
+        app.RxMode.push_back('0');
+        app.RxMode.push_back(upper(frame[8]));
+    }
+    app.RxPID.clear();
+    for (std::size_t i = 9; i < 11 && i < frame.size(); ++i)
+        app.RxPID.push_back(upper(frame[i]));
 }
 
 }  // namespace ketrel
