@@ -149,7 +149,7 @@ void InstallDataTab(App& app) {
 
 void ShowLabelStyle(App& app) {
     FrmMain& m = app.frmMain();
-    app.DataStyle = std::string("1");
+    app.DataStyle = "1";
     app.GridStyle = false;
     m.mnuViewDefault.setChecked(true);
     m.mnuViewStyleGrid.setChecked(false);
@@ -159,7 +159,7 @@ void ShowLabelStyle(App& app) {
 
 void ShowGridStyle(App& app) {
     FrmMain& m = app.frmMain();
-    app.DataStyle = std::string("2");
+    app.DataStyle = "2";
     app.GridStyle = true;
     m.mnuViewStyleGrid.setChecked(true);
     m.mnuViewDefault.setChecked(false);

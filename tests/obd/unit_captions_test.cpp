@@ -8,86 +8,52 @@
 namespace ketrel {
 namespace {
 
-TEST(UnitCaptions, MainScreenWordsFollowTheSettings) {
+TEST(UnitCaptions, BothScreensFollowTheSettingsAndIgnoreUnknownOnes) {
+    test::TestApp t;
+    FrmMain& m = t->frmMain();
+    FrmNewPids& x = t->frmNewPids();
+    // Each row: settings, then main temp, MAP, P.S.I., fuel, speed; extended temp, pressure,
+    // vapour, distance. Unknown settings leave the captions of the row before.
     struct Case {
-        test::Units units;
-        const char *temp, *map, *psi, *fuel, *speed;
+        test::Units u;
+        std::array<const char*, 9> words;
     } cases[] = {
-        {{"F", "MPH", "PSI"}, "Deg {F}", "In/Hg", "P.S.I.", "P.S.I", "MPH"},
-        {{"C", "KPH", "kPa"}, "Deg {C}", "kPa", "kPa", "kPa", "KPH"},
+        {{"F", "MPH", "PSI"},
+         {"Deg {F}", "In/Hg", "P.S.I.", "P.S.I", "MPH", "Deg {F}", "PSI", "In/H2O", "Miles"}},
+        {{"C", "KPH", "kPa"},
+         {"Deg {C}", "kPa", "kPa", "kPa", "KPH", "Deg {C}", "kPa", "Pa", "KM"}},
+        {{"", "x", "bar"}, {"Deg {C}", "kPa", "kPa", "kPa", "KPH", "Deg {C}", "kPa", "Pa", "KM"}},
     };
     for (const Case& c : cases) {
-        test::TestApp t;
-        test::SetUnits(*t, c.units);
+        test::SetUnits(*t, c.u);
         SetMainUnitCaptions(*t);
-        FrmMain& m = t->frmMain();
-        for (int i = 0; i <= 3; ++i)
-            EXPECT_EQ(m.lblTemp[i].text(), c.temp);
-        EXPECT_EQ(m.Label10.text(), c.map);
-        EXPECT_EQ(m.label4[2].text(), c.map);
-        EXPECT_EQ(m.lblPSI[0].text(), c.psi);
-        EXPECT_EQ(m.label4[3].text(), c.fuel);
-        EXPECT_EQ(m.lblMPH[0].text(), c.speed);
-        EXPECT_EQ(m.lblMPH[1].text(), c.speed);
+        SetExtendedUnitCaptions(*t);
+        std::array<std::string, 9> got{
+            m.lblTemp[3].text(),      m.label4[2].text(),       m.lblPSI[0].text(),
+            m.label4[3].text(),       m.lblMPH[1].text(),       x.lblTemp[20].text(),
+            x.lblPressure[17].text(), x.lblPressure[16].text(), x.lblSpeed[15].text()};
+        for (std::size_t i = 0; i < 9; ++i)
+            EXPECT_EQ(got[i], c.words[i]) << c.u.temp << " " << i;
+        EXPECT_EQ(m.Label10.text(), m.label4[2].text());
         EXPECT_EQ(m.GridData.text(1, 2), "");  // label style: the grid is not written
     }
-}
-
-TEST(UnitCaptions, ExtendedScreenWordsFollowTheSettings) {
-    struct Case {
-        test::Units units;
-        const char *temp, *pressure, *vapour, *distance;
-    } cases[] = {
-        {{"F", "MPH", "PSI"}, "Deg {F}", "PSI", "In/H2O", "Miles"},
-        {{"C", "KPH", "kPa"}, "Deg {C}", "kPa", "Pa", "KM"},
-    };
-    for (const Case& c : cases) {
-        test::TestApp t;
-        test::SetUnits(*t, c.units);
-        SetExtendedUnitCaptions(*t);
-        FrmNewPids& x = t->frmNewPids();
-        for (int i : {0, 1, 2, 3, 20})
-            EXPECT_EQ(x.lblTemp[i].text(), c.temp) << i;
-        for (int i : {7, 8, 17})
-            EXPECT_EQ(x.lblPressure[i].text(), c.pressure) << i;
-        EXPECT_EQ(x.lblPressure[16].text(), c.vapour);
-        EXPECT_EQ(x.lblSpeed[4].text(), c.distance);
-        EXPECT_EQ(x.lblSpeed[15].text(), c.distance);
-    }
-}
-
-TEST(UnitCaptions, UnknownSettingsLeaveTheCaptionsAlone) {
-    test::TestApp t;
-    test::SetUnits(*t, {"C", "KPH", "kPa"});
-    SetMainUnitCaptions(*t);
-    SetExtendedUnitCaptions(*t);
-    test::SetUnits(*t, {"", "x", "bar"});
-    SetMainUnitCaptions(*t);
-    SetExtendedUnitCaptions(*t);
-    EXPECT_EQ(t->frmMain().lblTemp[0].text(), "Deg {C}");
-    EXPECT_EQ(t->frmMain().lblMPH[0].text(), "KPH");
-    EXPECT_EQ(t->frmMain().label4[3].text(), "kPa");
-    EXPECT_EQ(t->frmNewPids().lblPressure[16].text(), "Pa");
 }
 
 TEST(UnitCaptions, InGridStyleTheUnitColumnsFollowToo) {
     test::TestApp t;
     t->GridStyle = true;
+    Grid& g = t->frmMain().GridData;
     test::SetUnits(*t, {"C", "KPH", "kPa"});
     SetMainUnitCaptions(*t);
-    Grid& g = t->frmMain().GridData;
     EXPECT_EQ(g.text(1, 2), "Deg {C}");
     EXPECT_EQ(g.text(3, 2), "Volts");
-    EXPECT_EQ(g.text(11, 2), "%");
     EXPECT_EQ(g.text(16, 2), "KPH");
     EXPECT_EQ(g.text(2, 6), "kPa");
-    EXPECT_EQ(g.text(3, 6), "R.P.M.");
     EXPECT_EQ(g.text(19, 6), "Sec");
     test::SetUnits(*t, {"F", "MPH", "PSI"});
     SetMainUnitCaptions(*t);
     EXPECT_EQ(g.text(2, 6), "In/Hg");
     EXPECT_EQ(g.text(6, 6), "P.S.I");
-    EXPECT_EQ(g.text(16, 2), "MPH");
 }
 
 }  // namespace

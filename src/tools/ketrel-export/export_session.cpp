@@ -23,7 +23,7 @@ ExportSession::ExportSession(std::ostream& err, const std::string& temp, const s
     a.Temp = temp;
     a.Speed = speed;
     a.Pressure = pressure;
-    a.DataStyle = std::string("1");
+    a.DataStyle = "1";
     a.OBDIIHardware = kDorvane;
     InstallDataTab(a);
     SetMainUnitCaptions(a);
