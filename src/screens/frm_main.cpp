@@ -1,5 +1,7 @@
 #include "screens/frm_main.h"
 
+#include "screens/data_tab_layout.h"
+
 namespace ketrel {
 
 FrmMain::FrmMain(EventLoop& loop)
@@ -23,6 +25,8 @@ FrmMain::FrmMain(EventLoop& loop)
     lblCodesNote.setText(
         "DATA HERE WILL BE CLEARED WHEN FOCUS IS LOST.  REQUEST AGAIN IF THERE ARE STORED "
         "CODES/DATA.");
+    for (const DataTabRow& row : kDataTabRows)
+        Label1[row.captionItem].setText(row.caption);
     mnuViewDefault.setChecked(true);
     mnuOptionStatusBar.setChecked(true);
     mnuOptionToolbar.setChecked(true);
