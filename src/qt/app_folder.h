@@ -1,0 +1,12 @@
+#pragma once
+#include <filesystem>
+
+namespace ketrel {
+
+// The application folder, which holds System/, Log/ and Help/: the program's own folder when
+// it may write there (a build tree), else $XDG_DATA_HOME/Ketrel (~/.local/share/Ketrel)
+// seeded with the installed System/ and Help/ files it lacks. The three folders are made
+// if missing.
+std::filesystem::path ResolveAppFolder(const std::filesystem::path& programDir);
+
+}  // namespace ketrel
