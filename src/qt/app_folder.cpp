@@ -37,9 +37,13 @@ void seed(const fs::path& from, const fs::path& to) {
 }  // namespace
 
 fs::path ResolveAppFolder(const fs::path& programDir) {
+    return ResolveAppFolder(programDir, ::access(programDir.c_str(), W_OK) == 0, userDataFolder());
+}
+
+fs::path ResolveAppFolder(const fs::path& programDir, bool writable, const fs::path& userFolder) {
     fs::path folder = programDir;
-    if (::access(programDir.c_str(), W_OK) != 0) {
-        folder = userDataFolder();
+    if (!writable) {
+        folder = userFolder;
         // Installed copies sit beside the program or in ../share/ketrel.
         for (const fs::path& installed : {programDir, programDir / ".." / "share" / "ketrel"}) {
             seed(installed / "System", folder / "System");

@@ -8,5 +8,9 @@ namespace ketrel {
 // seeded with the installed System/ and Help/ files it lacks. The three folders are made
 // if missing.
 std::filesystem::path ResolveAppFolder(const std::filesystem::path& programDir);
+// The same choice with its inputs given: whether the program's folder is writable and where
+// the per-user data folder is.
+std::filesystem::path ResolveAppFolder(const std::filesystem::path& programDir, bool writable,
+                                       const std::filesystem::path& userFolder);
 
 }  // namespace ketrel

@@ -43,7 +43,8 @@ QColor color(std::int64_t c) {
 
 void applyState(QWidget* w, const Control& c) {
     w->setEnabled(c.enabled());
-    if (!w->isWindow() && w->isHidden() == c.visible()) w->setVisible(c.visible());
+    // A widget not yet placed in its window is only ever hidden here, never shown as a window.
+    if (!c.visible() || w->parentWidget()) w->setVisible(c.visible());
     w->setToolTip(q(c.toolTip()));
 }
 
@@ -128,6 +129,7 @@ void BindGrid(QTableWidget* w, Grid& g) {
     w->setEditTriggers(QAbstractItemView::NoEditTriggers);
     w->setSelectionMode(QAbstractItemView::NoSelection);
     w->verticalHeader()->setDefaultSectionSize(20);
+    w->horizontalHeader()->setStretchLastSection(true);
     Follow(w, g, [w, &g] {
         applyState(w, g);
         w->setRowCount(g.rows());

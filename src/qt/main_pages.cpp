@@ -104,6 +104,7 @@ QWidget* frame(Field& f) {
 QWidget* legend(const std::vector<const char*>& lines) {
     auto* w = new QWidget;
     auto* v = new QVBoxLayout(w);
+    v->setAlignment(Qt::AlignTop);
     v->setContentsMargins(0, 0, 0, 0);
     v->setSpacing(1);
     for (const char* line : lines) {
@@ -129,11 +130,11 @@ QWidget* MakeDataPage(FrmMain& m) {
     mil->setObjectName("imgMIL");
     BindPicture(mil, m.imgMIL, 24);
     checkRow->addWidget(mil);
-    checkRow->addWidget(
-        text("1 = UPSTREAM FIRST CATALYST     2 = DOWNSTREAM FIRST CATALYST INLET     3 = "
-             "ATOMOSPHERE/OFF"));
-    checkRow->addStretch();
-    v->addWidget(check);
+    checkRow->addSpacing(130);
+    auto* top = new QHBoxLayout;
+    top->addWidget(check);
+    top->addStretch();
+    v->addLayout(top);
 
     QWidget* values = frame(m.Frame14);
     auto* g = new QGridLayout(values);
@@ -145,6 +146,7 @@ QWidget* MakeDataPage(FrmMain& m) {
             if (std::string(vv.label) == row.label) view = &vv;
         int col = row.gridCol == 1 ? 0 : 5;
         auto* ind = new QLabel;
+        ind->setObjectName(QString("Image1(%1)").arg(view->indicator));
         BindPicture(ind, m.Image1[view->indicator], 12);
         g->addWidget(ind, row.gridRow, col);
         g->addWidget(caption(m.Label1[row.captionItem]), row.gridRow, col + 1);
@@ -155,12 +157,19 @@ QWidget* MakeDataPage(FrmMain& m) {
             g->addWidget(text(view->unitText), row.gridRow, col + 3);
         }
     }
-    g->setColumnMinimumWidth(4, 24);
-    g->setColumnStretch(1, 1);
-    g->setColumnStretch(6, 1);
+    g->setColumnMinimumWidth(4, 40);
+    g->setColumnMinimumWidth(1, 200);
+    g->setColumnMinimumWidth(6, 200);
+    g->setColumnMinimumWidth(3, 50);
+    g->setColumnMinimumWidth(8, 50);
+    g->setColumnStretch(4, 1);
+    g->setColumnStretch(9, 1);
     v->addWidget(values);
     v->addWidget(grid(m.GridData), 1);
     v->addStretch();
+    v->addWidget(
+        legend({"SECONDARY AIR STATUS:  1 = UPSTREAM FIRST CATALYST     2 = DOWNSTREAM "
+                "FIRST CATALYST INLET     3 = ATOMOSPHERE/OFF"}));
     return page;
 }
 
@@ -212,7 +221,9 @@ QWidget* MakeCodesPage(FrmMain& m) {
     auto* legends = new QHBoxLayout;
     legends->addWidget(legend({"OBD II First Character Code:", "P = POWERTRAIN", "B = BODY",
                                "C = CHASSIS", "U = NETWORK COMMUNICATION"}));
-    legends->addWidget(legend({"OBD II Second Character Code:", "0 = S.A.E", "1 = MANUFACTURE"}));
+    legends->addSpacing(40);
+    legends->addWidget(legend({"OBD II Second Character Code:", "0 = S.A.E", "1 = MANUFACTURE"}), 0,
+                       Qt::AlignTop);
     legends->addStretch();
     v->addLayout(legends);
     outer->addWidget(f);

@@ -32,6 +32,7 @@ QtEventLoop::QtEventLoop(QObject* parent) : QObject(parent), sched_(clock_) {
     // each time before the thread goes to sleep.
     if (auto* dispatcher = QAbstractEventDispatcher::instance(QThread::currentThread())) {
         connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, [this] { rearm(); });
+        connect(dispatcher, &QAbstractEventDispatcher::awake, this, [this] { rearm(); });
     }
 }
 
@@ -46,10 +47,11 @@ void QtEventLoop::rearm() {
         timer_.stop();
         return;
     }
+    if (timer_.isActive() && armedFor_ == *next) return;
+    armedFor_ = *next;
     std::int64_t waitMicros = *next - clock_.nowMicros();
     // Rounded up: a timer that fires early would find nothing due and spin.
     int ms = waitMicros <= 0 ? 0 : int((waitMicros + 999) / 1000);
-    if (timer_.isActive() && timer_.remainingTime() == ms) return;
     timer_.start(ms);
 }
 

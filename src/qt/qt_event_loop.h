@@ -41,6 +41,7 @@ class QtEventLoop : public QObject, public EventLoop {
     SteadyClock clock_;
     Scheduler sched_;
     QTimer timer_;
+    std::int64_t armedFor_ = 0;  // the deadline the timer is set to
 };
 
 }  // namespace ketrel

@@ -209,6 +209,7 @@ QWidget* MakeSettingsWindow(FrmSettings& s) {
     auto* v = new QVBoxLayout(w);
     auto* tabs = new QTabWidget;
     tabs->setObjectName("SSTab1");
+    tabs->setUsesScrollButtons(false);  // the window widens so that every page's tab shows
     tabs->addTab(unitsPage(s), QString());
     tabs->addTab(devicePage(s), QString());
     tabs->addTab(displayPage(s), QString());

@@ -14,6 +14,10 @@ WindowManager::~WindowManager() {
         screen->unobserve(e.observer);
         delete e.window.data();
     }
+    // Windows of unloaded screens whose deletion is still queued observe controls that go
+    // with the application: they go now.
+    for (QPointer<QWidget>& w : retired_)
+        delete w.data();
 }
 
 void WindowManager::registerView(const std::string& screenName, Factory factory) {
@@ -51,6 +55,8 @@ void WindowManager::sync(Entry& e) {
         if (e.window) {
             e.window->hide();
             e.window->deleteLater();  // the unload may come from inside the window's own event
+            std::erase_if(retired_, [](const QPointer<QWidget>& p) { return p.isNull(); });
+            retired_.push_back(e.window);
             e.window = nullptr;
         }
         e.placed = Geometry{};

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "screens/screen.h"
 
@@ -44,6 +45,7 @@ class WindowManager : public QObject {
     App& app_;
     std::map<std::string, Factory> factories_;
     std::map<Screen*, Entry> entries_;
+    std::vector<QPointer<QWidget>> retired_;
 };
 
 // A plain window that shows every control of a screen one under the other.
