@@ -1,5 +1,7 @@
 #include "core/application.h"
 
+#include "core/data_tab.h"
+
 #include "core/main_menus.h"
 #include "core/settings_screen.h"
 #include "core/startup.h"
@@ -7,6 +9,7 @@
 namespace ketrel {
 
 void InstallApplication(App& app) {
+    InstallDataTab(app);
     InstallStartup(app);
     InstallSettingsScreen(app);
     InstallMainMenus(app);

@@ -1,5 +1,9 @@
 #include "core/settings_screen.h"
 
+#include "link/port_map.h"
+
+#include "obd/unit_captions.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -119,6 +123,19 @@ bool confirmDefaults(App& app) {
                                  MsgButtons::YesNo) == MsgAnswer::Yes;
 }
 
+// The device the chosen port number goes to, beside the list.
+void showDevicePath(App& app) {
+    FrmSettings& s = app.frmSettings();
+    int number = int(Val(s.cmbPort.text()));
+    std::string path;
+    if (number > 0) {
+        FixedSerialDeviceLister none;
+        SerialDeviceLister* lister = app.platform.ports.deviceLister();
+        path = PortDevicePath(app.platform.settings, lister ? *lister : none, number);
+    }
+    s.lblDevicePath.setText(number <= 0 ? "" : path.empty() ? "(no device)" : path);
+}
+
 void applyDevice(App& app, SettingsState& st) {
     FrmSettings& s = app.frmSettings();
     FrmMain& m = app.frmMain();
@@ -141,6 +158,13 @@ void applyDevice(App& app, SettingsState& st) {
     app.SaveSetting("TimeOut", std::to_string(app.TimeOut));
     app.SaveSetting("BR3Delay", app.BR3Delay);
     app.SaveSetting("BR3SetDelay", BoolText(app.BR3SetDelay));
+    // A device typed by the user becomes the device of the chosen port number.
+    int number = int(Val(app.ConnectPort));
+    if (number > 0 && !s.txtDevicePath.text().empty()) {
+        SavePortDevicePath(app.platform.settings, number, s.txtDevicePath.text());
+        s.txtDevicePath.setText("");
+    }
+    showDevicePath(app);
     st.portChanged = st.interfaceChanged = false;
     s.cmdApplyDevice.setEnabled(false);
 }
@@ -157,6 +181,8 @@ void applyUnits(App& app) {
     app.Speed = s.optKilometers.value() ? "KPH" : "MPH";
     app.Pressure = s.optKPA.value() ? "kPa" : "PSI";
     saveUnits(app);
+    SetMainUnitCaptions(app);
+    SetExtendedUnitCaptions(app);
     s.cmdApplyUnits.setEnabled(false);
 }
 
@@ -223,10 +249,14 @@ void enableOnChange(std::shared_ptr<SettingsState> st, Field& apply,
 
 void installDevicePage(App& app, std::shared_ptr<SettingsState> st) {
     FrmSettings& s = app.frmSettings();
-    s.cmbPort.onChange = [st, &s] {
+    s.cmbPort.onChange = [st, &s, &app] {
+        showDevicePath(app);
         if (st->loading) return;
         st->portChanged = true;
         s.cmdApplyDevice.setEnabled(true);
+    };
+    s.txtDevicePath.onChange = [st, &s] {
+        if (!st->loading) s.cmdApplyDevice.setEnabled(true);
     };
     s.cmbInterface.onChange = [st, &s] {
         if (st->loading) return;
@@ -257,6 +287,8 @@ void installDefaults(App& app) {
         app.Pressure = "PSI";
         saveUnits(app);
         showUnits(app);
+        SetMainUnitCaptions(app);
+        SetExtendedUnitCaptions(app);
         s.cmdApplyUnits.setEnabled(false);
     };
     s.cmdDefault1.onClick = [&app, &s] {

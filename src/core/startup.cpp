@@ -1,5 +1,10 @@
 #include "core/startup.h"
 
+#include "obd/monitor_status.h"
+#include "obd/pid_catalogue.h"
+#include "obd/trouble_codes.h"
+#include "obd/unit_captions.h"
+
 #include "core/process_priority.h"
 #include "core/settings_screen.h"
 #include "core/shutdown.h"
@@ -56,9 +61,12 @@ void loadMain(App& app) {
     m.BR3Delay.setInterval(delay);
     m.KeshDelay.setInterval(delay);
     m.TimeOutConnect.setInterval(int(app.TimeOut));
-    // The unit captions, the vehicle year list, the code grids, the support grids and the
-    // monitor grid are built here by their own modules as they are installed.
+    SetMainUnitCaptions(app);
     m.SSTab1.setTab(0);
+    // The vehicle year list comes with the vehicle selector.
+    FormatCodeGrids(app);
+    ResetSupportGrids(app);
+    ResetMonitorGrids(app);
     app.frmSettings().load();
     m.panel(kDisplayPanel)
         .setText("Display Setting:  " +

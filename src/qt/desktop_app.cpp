@@ -7,6 +7,7 @@
 #include "core/startup.h"
 #include "platform/ini_settings_store.h"
 #include "qt/main_window.h"
+#include "qt/qt_serial_port.h"
 #include "qt/settings_window.h"
 
 namespace ketrel {
@@ -16,9 +17,12 @@ DesktopApp::DesktopApp(DesktopOptions o) {
         ownSettings_ = std::make_unique<IniSettingsStore>(o.configRoot);
         o.settings = ownSettings_.get();
     }
+    if (!o.ports) {
+        ownPorts_ = std::make_unique<QtSerialPortFactory>(*o.settings, devices_);
+        o.ports = ownPorts_.get();
+    }
     app_ = std::make_unique<App>(Platform{loop_, o.dialogs ? *o.dialogs : qtDialogs_, *o.settings,
-                                          launcher_, display_, o.ports ? *o.ports : nullPorts_,
-                                          o.appPath});
+                                          launcher_, display_, *o.ports, o.appPath});
     InstallApplication(*app_);
     windows_ = std::make_unique<WindowManager>(*app_);
     windows_->registerView("frmMain", [this](Screen&) { return MakeMainWindow(app_->frmMain()); });

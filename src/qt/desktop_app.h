@@ -8,6 +8,7 @@
 #include "qt/qt_desktop.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_event_loop.h"
+#include "qt/qt_serial_devices.h"
 #include "qt/window_manager.h"
 #include "state/app.h"
 
@@ -19,7 +20,7 @@ struct DesktopOptions {
     std::filesystem::path configRoot;
     Dialogs* dialogs = nullptr;          // default: message boxes
     SettingsStore* settings = nullptr;   // default: the INI file under configRoot
-    SerialPortFactory* ports = nullptr;  // default: ports with nothing behind them
+    SerialPortFactory* ports = nullptr;  // default: the serial devices of the machine
 };
 
 // The whole desktop program over a running QApplication: the Qt backends, the application
@@ -41,7 +42,8 @@ class DesktopApp {
     std::unique_ptr<SettingsStore> ownSettings_;
     QtLauncher launcher_;
     QtDisplayInfo display_;
-    NullSerialPortFactory nullPorts_;
+    QtSerialDeviceLister devices_;
+    std::unique_ptr<SerialPortFactory> ownPorts_;
     std::unique_ptr<App> app_;
     std::unique_ptr<WindowManager> windows_;
 };

@@ -359,3 +359,29 @@ TEST(SettingsScreen, CloseUnloadsAndAReopenStartsFromTheStoredValues) {
 
 }  // namespace
 }  // namespace ketrel
+
+namespace ketrel {
+namespace {
+
+TEST(SettingsScreen, ThePortPageShowsTheDeviceOfTheNumberAndStoresATypedOne) {
+    test::StartedApp t(std::map<std::string, std::string>{});
+    t.settings.save(kAppName, "Ports", "3", "/tmp/ketrel-car");
+    t.start();
+    t.loop.runFor(1500);
+    FrmSettings& s = t.app->frmSettings();
+    s.unload();
+    s.show();
+    s.cmbPort.setText("3");
+    EXPECT_EQ(s.lblDevicePath.text(), "/tmp/ketrel-car");
+    s.cmbPort.setText("2");
+    EXPECT_EQ(s.lblDevicePath.text(), "(no device)");
+    s.txtDevicePath.setText("/dev/pts/7");
+    t.dialogs.answerNext(MsgAnswer::Yes);
+    s.cmdApplyDevice.click();
+    EXPECT_EQ(t.settings.get(kAppName, "Ports", "2"), "/dev/pts/7");
+    EXPECT_EQ(s.lblDevicePath.text(), "/dev/pts/7");
+    EXPECT_EQ(s.txtDevicePath.text(), "");
+}
+
+}  // namespace
+}  // namespace ketrel

@@ -57,8 +57,8 @@ TEST(KetrelExport, FinalShowsEveryFieldAfterTheLastFrameSortedByName) {
         {"--final",
          {"lblRPM\t1726", "lblCoolant\t248", "lblSpeed\t62", "lblFFRPM\tN/A", "lblNumberCodes\t3",
           "lblIntakeAir\tN/A", "msM1Grid[1,2]\tYES", "msGridReady[1,3]\t8", "lblTemp(0)\tDeg {F}",
-          "frmNewPids.lblBaro\tN/A", "lstCodes\tP0133,P0000",
-          "gridTroubleCode[2,1]\tP0133", "gridTroubleCode[3,1]\tP0000"}},
+          "frmNewPids.lblBaro\tN/A", "lstCodes\tP0133,P0000", "gridTroubleCode[2,1]\tP0133",
+          "gridTroubleCode[3,1]\tP0000"}},
         {"--units C,KPH,kPa --final", {"lblCoolant\t120", "lblSpeed\t100", "lblTemp(0)\tDeg {C}"}},
     };
     for (const Case& c : cases) {
