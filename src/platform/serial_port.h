@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/serial_devices.h"
+
 namespace ketrel {
 
 // Error raised by a port operation; the codes are those the messages depend on.
@@ -75,6 +77,8 @@ class SerialPortFactory {
   public:
     virtual ~SerialPortFactory() = default;
     virtual std::unique_ptr<SerialPort> create(const std::string& objectName) = 0;
+    // The devices the port numbers go to, where the backend knows them.
+    virtual SerialDeviceLister* deviceLister() { return nullptr; }
 };
 
 // SetPortBaud: changes the rate of an open port; a closed port is left alone, silently.

@@ -78,6 +78,7 @@ class QtSerialPortFactory : public SerialPortFactory {
     QtSerialPortFactory(SettingsStore& settings, SerialDeviceLister& devices)
         : settings_(settings), devices_(devices) {}
     std::unique_ptr<SerialPort> create(const std::string& objectName) override;
+    SerialDeviceLister* deviceLister() override { return &devices_; }
 
   private:
     SettingsStore& settings_;

@@ -55,4 +55,26 @@ inline constexpr std::array<DataTabRow, 37> kDataTabRows{{
     {"lblTimeStart", 29, "TIME SINCE ENGINE START", 19, 5},
 }};
 
+// A value label outside tab 0 that greys with its caption on "N/A": the freeze-frame values
+// (captions in Label2) and the vehicle information values (captions in Label32).
+struct CaptionedLabel {
+    const char* label;
+    const char* captionArray;
+    int captionItem;
+};
+
+inline constexpr std::array<CaptionedLabel, 22> kCaptionedLabels{{
+    {"lblFFFuelSys1", "Label2", 0},     {"lblFFFuelSys2", "Label2", 1},
+    {"lblFFLoad", "Label2", 2},         {"lblFFCoolant", "Label2", 3},
+    {"lblFFSTFTB1", "Label2", 4},       {"lblFFLTFTB1", "Label2", 5},
+    {"lblFFSTFTB2", "Label2", 6},       {"lblFFLTFTB2", "Label2", 7},
+    {"lblFFFuelPres", "Label2", 8},     {"lblFFMAP", "Label2", 9},
+    {"lblFFRPM", "Label2", 10},         {"lblFFSpeed", "Label2", 11},
+    {"lblFFTiming", "Label2", 12},      {"lblFFIntakeAir", "Label2", 13},
+    {"lblFFMAF", "Label2", 14},         {"lblFFTPS", "Label2", 15},
+    {"lblWhatProtocol", "Label32", 16}, {"lblECMAddress", "Label32", 17},
+    {"lblECMAddress2", "Label32", 18},  {"lblKeyword1", "Label32", 19},
+    {"lblKeyword2", "Label32", 20},     {"lblOBDDesign", "Label32", 21},
+}};
+
 }  // namespace ketrel

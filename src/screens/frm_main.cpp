@@ -1,5 +1,7 @@
 #include "screens/frm_main.h"
 
+#include "screens/data_tab_layout.h"
+
 namespace ketrel {
 
 FrmMain::FrmMain(EventLoop& loop)
@@ -23,11 +25,46 @@ FrmMain::FrmMain(EventLoop& loop)
     lblCodesNote.setText(
         "DATA HERE WILL BE CLEARED WHEN FOCUS IS LOST.  REQUEST AGAIN IF THERE ARE STORED "
         "CODES/DATA.");
+    for (const DataTabRow& row : kDataTabRows)
+        Label1[row.captionItem].setText(row.caption);
     mnuViewDefault.setChecked(true);
     mnuOptionStatusBar.setChecked(true);
     mnuOptionToolbar.setChecked(true);
     Panel2.setPicture(kImgNotConnected);
     imgMIL.setPicture(kImgNotConnected);
+    // Design captions: the value captions of tab 0, the freeze-frame captions of tab 2 and the
+    // unit captions, which the unit settings rewrite.
+    for (const DataTabRow& row : kDataTabRows)
+        Label1[row.captionItem].setText(row.caption);
+    const char* ffCaptions[] = {"FUEL SYSTEM 1",
+                                "FUEL SYSTEM 2",
+                                "CALCULATED LOAD",
+                                "COOLANT TEMP",
+                                "SHORT TERM FUEL TRIM B1",
+                                "LONG TERM FUEL TRIM B1",
+                                "SHORT TERM FUEL TRIM B2",
+                                "LONG TERM FUEL TRIM B2",
+                                "FUEL PRESSURE",
+                                "MANIFOLD PRESSURE",
+                                "ENGINE RPM",
+                                "VEHICLE SPEED",
+                                "SPARK ADVANCE",
+                                "INTAKE AIR TEMP",
+                                "MASS AIR FLOW",
+                                "THROTTLE POSITION"};
+    for (int i = 0; i < int(std::size(ffCaptions)); ++i)
+        Label2[i].setText(ffCaptions[i]);
+    for (int i = 0; i < 4; ++i)
+        lblTemp[i].setText("Deg {F}");
+    Label10.setText("In/Hg");
+    label4[2].setText("In/Hg");
+    label4[3].setText("P.S.I");
+    lblPSI[0].setText("P.S.I.");
+    lblMPH[0].setText("MPH");
+    lblMPH[1].setText("MPH");
+    const char* ecuCaptions[] = {"ECU ADDRESS:", "2ND ECU ADDRESS:", "KEYWORD 1:", "KEYWORD 2:"};
+    for (int i = 0; i < 4; ++i)
+        Label32[17 + i].setText(ecuCaptions[i]);
     GridData.setVisible(false);
     // A code grid shows the text of the cell under the pointer as its tool tip, so that a long
     // description can be read in full.

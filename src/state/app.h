@@ -127,6 +127,10 @@ class App {
     bool FFPidsKnown = false;
     int SupportedCount = 0, FFSupportedCount = 0, ExtendedPIDCount = 0;
     bool PidDiscoveryDone = false, Mode1ListRead = false, Mode2ListRead = false;
+    // Bits of PID 13 and PID 1D, index 0 for the first character of the bit text.
+    std::array<bool, 8> O2Location{}, O2LocationAlt{};
+    // Runs after a live mass air flow reply has been written to lblMAF (fuel economy hooks in).
+    std::function<void()> AfterLiveMAF;
 
     // ---- Settings mirrored in memory
     std::string Temp, Pressure, Speed, DataStyle, BR3Delay;

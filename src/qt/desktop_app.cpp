@@ -1,0 +1,49 @@
+#include "qt/desktop_app.h"
+
+#include <QCoreApplication>
+#include <QMainWindow>
+
+#include "core/application.h"
+#include "core/startup.h"
+#include "platform/ini_settings_store.h"
+#include "qt/main_window.h"
+#include "qt/qt_serial_port.h"
+#include "qt/settings_window.h"
+
+namespace ketrel {
+
+DesktopApp::DesktopApp(DesktopOptions o) {
+    if (!o.settings) {
+        ownSettings_ = std::make_unique<IniSettingsStore>(o.configRoot);
+        o.settings = ownSettings_.get();
+    }
+    if (!o.ports) {
+        ownPorts_ = std::make_unique<QtSerialPortFactory>(*o.settings, devices_);
+        o.ports = ownPorts_.get();
+    }
+    app_ = std::make_unique<App>(Platform{loop_, o.dialogs ? *o.dialogs : qtDialogs_, *o.settings,
+                                          launcher_, display_, *o.ports, o.appPath});
+    InstallApplication(*app_);
+    windows_ = std::make_unique<WindowManager>(*app_);
+    windows_->registerView("frmMain", [this](Screen&) { return MakeMainWindow(app_->frmMain()); });
+    windows_->registerView("frmSettings",
+                           [this](Screen&) { return MakeSettingsWindow(app_->frmSettings()); });
+    windows_->registerView("frmSplash",
+                           [this](Screen&) { return MakeSplashWindow(app_->frmSplash()); });
+    windows_->adoptScreens();
+    // The program ends with its main window.
+    app_->frmMain().observe([this] {
+        if (!app_->frmMain().loaded() && app_->AppClosing)
+            QMetaObject::invokeMethod(QCoreApplication::instance(), "quit", Qt::QueuedConnection);
+    });
+}
+
+DesktopApp::~DesktopApp() {
+    windows_.reset();  // the windows observe the screens: they go first
+}
+
+void DesktopApp::start() {
+    StartApplication(*app_);
+}
+
+}  // namespace ketrel

@@ -1,0 +1,344 @@
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "qt/binders.h"
+#include "qt/main_window.h"
+#include "screens/data_tab_layout.h"
+#include "screens/frm_main.h"
+
+namespace ketrel {
+
+namespace {
+
+// How a value of tab 0 is drawn besides its label: the PID indicator beside it and its unit,
+// either a unit field (rewritten by the unit settings) or a fixed word.
+struct ValueView {
+    const char* label;
+    int indicator;
+    const char* unitField;
+    const char* unitText;
+};
+
+constexpr ValueView kValueViews[] = {
+    {"lblCoolant", 5, "lblTemp(0)", ""},  {"lblIntakeAir", 15, "lblTemp(1)", ""},
+    {"lblO2b1s1", 20, nullptr, "Volts"},  {"lblO2b1s2", 21, nullptr, "Volts"},
+    {"lblO2b1s3", 22, nullptr, "Volts"},  {"lblO2b1s4", 23, nullptr, "Volts"},
+    {"lblO2b2s1", 24, nullptr, "Volts"},  {"lblO2b2s2", 25, nullptr, "Volts"},
+    {"lblO2b2s3", 26, nullptr, "Volts"},  {"lblO2b2s4", 27, nullptr, "Volts"},
+    {"lblLTB1", 7, nullptr, "%"},         {"lblSTB1", 6, nullptr, "%"},
+    {"lblLTB2", 9, nullptr, "%"},         {"lblSTB2", 8, nullptr, "%"},
+    {"lblTps", 17, nullptr, "%"},         {"lblSpeed", 13, "lblMPH(0)", ""},
+    {"lblTiming", 14, nullptr, "Deg"},    {"lblMAF", 16, nullptr, "g/s"},
+    {"lblLoad", 4, nullptr, "%"},         {"lblMAP", 11, "Label10", ""},
+    {"lblRPM", 12, nullptr, "RPM"},       {"lblFuelSys1", 3, nullptr, ""},
+    {"lblFuelSys2", 33, nullptr, ""},     {"lblFuelPres", 10, "lblPSI(0)", ""},
+    {"lblMil", 1, nullptr, ""},           {"lblNumberCodes", 0, nullptr, ""},
+    {"lblSTO2B1S1", 34, nullptr, "%"},    {"lblSTO2B1S2", 35, nullptr, "%"},
+    {"lblSTO2B1S3", 36, nullptr, "%"},    {"LBLSTO2B1S4", 37, nullptr, "%"},
+    {"LBLSTO2B2S1", 38, nullptr, "%"},    {"LBLSTO2B2S2", 39, nullptr, "%"},
+    {"LBLSTO2B2S3", 40, nullptr, "%"},    {"LBLSTO2B2S4", 41, nullptr, "%"},
+    {"lblPTO", 30, nullptr, ""},          {"lblAirCommand", 18, nullptr, ""},
+    {"lblTimeStart", 31, nullptr, "Sec"},
+};
+
+Field& fieldNamed(FrmMain& m, const std::string& name) {
+    return *static_cast<Field*>(m.findControl(name));
+}
+
+QLabel* text(const QString& t) {
+    return new QLabel(t);
+}
+
+QLabel* caption(Field& f) {
+    auto* l = new QLabel;
+    BindLabel(l, f);
+    return l;
+}
+
+// A value read-out: a sunken white box.
+QLabel* readout(Field& f, int width = 110) {
+    auto* l = new QLabel;
+    l->setObjectName(QString::fromStdString(f.fullName()));
+    l->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    l->setAutoFillBackground(true);
+    QPalette p = l->palette();
+    p.setColor(QPalette::Window, Qt::white);
+    l->setPalette(p);
+    l->setMinimumWidth(width);
+    l->setAlignment(Qt::AlignCenter);
+    BindLabel(l, f);
+    return l;
+}
+
+QPushButton* button(Field& f) {
+    auto* b = new QPushButton;
+    b->setObjectName(QString::fromStdString(f.fullName()));
+    BindButton(b, f);
+    return b;
+}
+
+QTableWidget* grid(Grid& g) {
+    auto* t = new QTableWidget;
+    t->setObjectName(QString::fromStdString(g.name()));
+    BindGrid(t, g);
+    return t;
+}
+
+// A frame of a tab: a plain widget that follows the frame field's visibility.
+QWidget* frame(Field& f) {
+    auto* w = new QWidget;
+    w->setObjectName(QString::fromStdString(f.name()));
+    BindState(w, f);
+    return w;
+}
+
+QWidget* legend(const std::vector<const char*>& lines) {
+    auto* w = new QWidget;
+    auto* v = new QVBoxLayout(w);
+    v->setAlignment(Qt::AlignTop);
+    v->setContentsMargins(0, 0, 0, 0);
+    v->setSpacing(1);
+    for (const char* line : lines) {
+        auto* l = text(line);
+        QFont f = l->font();
+        f.setPointSizeF(f.pointSizeF() * 0.9);
+        l->setFont(f);
+        v->addWidget(l);
+    }
+    return w;
+}
+
+}  // namespace
+
+QWidget* MakeDataPage(FrmMain& m) {
+    auto* page = new QWidget;
+    auto* v = new QVBoxLayout(page);
+    auto* check = new QGroupBox;
+    Follow(check, m.frCheckEngine,
+           [check, &m] { check->setTitle(QString::fromStdString(m.frCheckEngine.text())); });
+    auto* checkRow = new QHBoxLayout(check);
+    auto* mil = new QLabel;
+    mil->setObjectName("imgMIL");
+    BindPicture(mil, m.imgMIL, 24);
+    checkRow->addWidget(mil);
+    checkRow->addSpacing(130);
+    auto* top = new QHBoxLayout;
+    top->addWidget(check);
+    top->addStretch();
+    v->addLayout(top);
+
+    QWidget* values = frame(m.Frame14);
+    auto* g = new QGridLayout(values);
+    g->setVerticalSpacing(3);
+    g->setHorizontalSpacing(8);
+    for (const DataTabRow& row : kDataTabRows) {
+        const ValueView* view = nullptr;
+        for (const ValueView& vv : kValueViews)
+            if (std::string(vv.label) == row.label) view = &vv;
+        int col = row.gridCol == 1 ? 0 : 5;
+        auto* ind = new QLabel;
+        ind->setObjectName(QString("Image1(%1)").arg(view->indicator));
+        BindPicture(ind, m.Image1[view->indicator], 12);
+        g->addWidget(ind, row.gridRow, col);
+        g->addWidget(caption(m.Label1[row.captionItem]), row.gridRow, col + 1);
+        g->addWidget(readout(fieldNamed(m, row.label)), row.gridRow, col + 2);
+        if (view->unitField) {
+            g->addWidget(caption(fieldNamed(m, view->unitField)), row.gridRow, col + 3);
+        } else {
+            g->addWidget(text(view->unitText), row.gridRow, col + 3);
+        }
+    }
+    g->setColumnMinimumWidth(4, 40);
+    g->setColumnMinimumWidth(1, 200);
+    g->setColumnMinimumWidth(6, 200);
+    g->setColumnMinimumWidth(3, 50);
+    g->setColumnMinimumWidth(8, 50);
+    g->setColumnStretch(4, 1);
+    g->setColumnStretch(9, 1);
+    v->addWidget(values);
+    v->addWidget(grid(m.GridData), 1);
+    v->addStretch();
+    v->addWidget(
+        legend({"SECONDARY AIR STATUS:  1 = UPSTREAM FIRST CATALYST     2 = DOWNSTREAM "
+                "FIRST CATALYST INLET     3 = ATOMOSPHERE/OFF"}));
+    return page;
+}
+
+QWidget* MakeMonitorPage(FrmMain& m) {
+    auto* page = new QWidget;
+    auto* outer = new QVBoxLayout(page);
+    QWidget* f = frame(m.Frame3);
+    auto* v = new QVBoxLayout(f);
+    v->addWidget(grid(m.msMonitorGrid), 3);
+    v->addWidget(grid(m.msGridReady), 1);
+    outer->addWidget(f);
+    return page;
+}
+
+QWidget* MakeCodesPage(FrmMain& m) {
+    auto* page = new QWidget;
+    auto* outer = new QVBoxLayout(page);
+    QWidget* f = frame(m.Frame10);
+    auto* v = new QVBoxLayout(f);
+    auto* top = new QHBoxLayout;
+    auto* codes = new QVBoxLayout;
+    codes->addWidget(text("STORED TROUBLE CODES"));
+    codes->addWidget(grid(m.gridTroubleCode));
+    codes->addWidget(text("PENDING TROUBLE CODES"));
+    codes->addWidget(grid(m.gridPending));
+    top->addLayout(codes, 3);
+
+    auto* ff = new QGroupBox("FREEZE FRAME DATA");
+    auto* fg = new QGridLayout(ff);
+    Field* ffFields[] = {&m.lblFFFuelSys1, &m.lblFFFuelSys2,  &m.lblFFLoad,   &m.lblFFCoolant,
+                         &m.lblFFSTFTB1,   &m.lblFFLTFTB1,    &m.lblFFSTFTB2, &m.lblFFLTFTB2,
+                         &m.lblFFFuelPres, &m.lblFFMAP,       &m.lblFFRPM,    &m.lblFFSpeed,
+                         &m.lblFFTiming,   &m.lblFFIntakeAir, &m.lblFFMAF,    &m.lblFFTPS};
+    for (int i = 0; i < 16; ++i) {
+        fg->addWidget(caption(m.Label2[i]), i, 0);
+        fg->addWidget(readout(*ffFields[i], 100), i, 1);
+    }
+    top->addWidget(ff, 2);
+    v->addLayout(top);
+
+    auto* buttons = new QHBoxLayout;
+    for (Field* b : {&m.cmdClearCodes, &m.cmdRequestFF, &m.cmdRequestTC, &m.cmdRequestPending,
+                     &m.cmdPrintFFData})
+        buttons->addWidget(button(*b));
+    v->addLayout(buttons);
+    QLabel* note = caption(m.lblCodesNote);
+    note->setWordWrap(true);
+    v->addWidget(note);
+    auto* legends = new QHBoxLayout;
+    legends->addWidget(legend({"OBD II First Character Code:", "P = POWERTRAIN", "B = BODY",
+                               "C = CHASSIS", "U = NETWORK COMMUNICATION"}));
+    legends->addSpacing(40);
+    legends->addWidget(legend({"OBD II Second Character Code:", "0 = S.A.E", "1 = MANUFACTURE"}), 0,
+                       Qt::AlignTop);
+    legends->addStretch();
+    v->addLayout(legends);
+    outer->addWidget(f);
+    return page;
+}
+
+QWidget* MakeVehiclePage(FrmMain& m) {
+    auto* page = new QWidget;
+    auto* outer = new QVBoxLayout(page);
+    QWidget* f = frame(m.Frame4);
+    auto* h = new QHBoxLayout(f);
+
+    auto* vehicle = new QGroupBox("VEHICLE");
+    auto* form = new QGridLayout(vehicle);
+    struct ComboRow {
+        const char* caption;
+        ComboBox* combo;
+    } combos[] = {{"YEAR:", &m.cmbYear},
+                  {"MAKE:", &m.cmbMake},
+                  {"MODEL:", &m.cmbModel},
+                  {"ENGINE:", &m.cmbEngine},
+                  {"TRANSMISSION:", &m.cmbTransmission},
+                  {"A/C:", &m.cmbAC}};
+    int row = 0;
+    for (const ComboRow& c : combos) {
+        auto* box = new QComboBox;
+        box->setObjectName(QString::fromStdString(c.combo->name()));
+        BindCombo(box, *c.combo);
+        form->addWidget(text(c.caption), row, 0);
+        form->addWidget(box, row++, 1);
+    }
+    struct TextRow {
+        const char* caption;
+        Field* field;
+    } texts[] = {{"PLATE:", &m.txtPlate}, {"VIN:", &m.txtVin}, {"MILEAGE:", &m.txtMileage}};
+    for (const TextRow& t : texts) {
+        auto* edit = new QLineEdit;
+        edit->setObjectName(QString::fromStdString(t.field->name()));
+        BindLineEdit(edit, *t.field);
+        form->addWidget(text(t.caption), row, 0);
+        form->addWidget(edit, row++, 1);
+    }
+    auto* vb = new QHBoxLayout;
+    vb->addWidget(button(m.cmdRequestInfo));
+    vb->addWidget(button(m.cmdClearVehicle));
+    vb->addWidget(button(m.Command1));
+    form->addLayout(vb, row++, 0, 1, 2);
+    form->setRowStretch(row, 1);
+    h->addWidget(vehicle, 1);
+
+    auto* right = new QVBoxLayout;
+    auto* proto = new QGroupBox("OBD II PROTOCOL:");
+    auto* pv = new QVBoxLayout(proto);
+    pv->addWidget(readout(m.lblWhatProtocol));
+    pv->addWidget(legend({"1 = J1850 VPW", "2 = J1850 PWM", "3 = ISO 9141",
+                          "4 = ISO 14230 (KEYWORD PROTOCOL 2000)"}));
+    right->addWidget(proto);
+    auto* ecu = new QGroupBox("ECU INFORMATION:");
+    auto* eg = new QGridLayout(ecu);
+    Field* ecuFields[] = {&m.lblECMAddress, &m.lblECMAddress2, &m.lblKeyword1, &m.lblKeyword2};
+    for (int i = 0; i < 4; ++i) {
+        eg->addWidget(caption(m.Label32[17 + i]), i, 0);
+        eg->addWidget(readout(*ecuFields[i]), i, 1);
+    }
+    right->addWidget(ecu);
+    right->addStretch();
+    h->addLayout(right, 1);
+
+    auto* design = new QGroupBox("DESIGN OBD REQUIREMENT:");
+    auto* dv = new QVBoxLayout(design);
+    dv->addWidget(readout(m.lblOBDDesign));
+    dv->addWidget(
+        legend({"1 = OBD II (CALIFORNIA ARB)", "2 = OBD (FEDERAL EPA)", "3 = OBD AND OBD II",
+                "4 = OBD I", "5 = NOT OBD COMPLIANT", "6 = EOBD", "7 = EOBD AND OBD II",
+                "8 = EOBD AND OBD", "9 = EOBD, OBD AND OBD II", "10 = JOBD", "11 = JOBD AND OBD II",
+                "12 = JOBD AND EOBD", "13 = JOBD, EOBD, AND OBD II"}));
+    dv->addStretch();
+    h->addWidget(design, 1);
+    outer->addWidget(f);
+
+    // Debug fields, hidden until asked for.
+    auto* debug = new QHBoxLayout;
+    for (ListBox* l :
+         {&m.LogData, &m.lstRecordData, &m.lstPendingCodes, &m.lstCodes, &m.lstFreezeCodes}) {
+        auto* list = new QListWidget;
+        list->setObjectName(QString::fromStdString(l->name()));
+        BindList(list, *l);
+        debug->addWidget(list);
+    }
+    auto* debugTexts = new QVBoxLayout;
+    for (Field* t : {&m.Text2, &m.txtInputDORVANE, &m.txtInputBR3, &m.txtKesh}) {
+        auto* edit = new QLineEdit;
+        edit->setObjectName(QString::fromStdString(t->name()));
+        BindLineEdit(edit, *t);
+        debugTexts->addWidget(edit);
+    }
+    debugTexts->addWidget(button(m.Command4));
+    debug->addLayout(debugTexts);
+    outer->addLayout(debug);
+    return page;
+}
+
+QWidget* MakeSupportPage(FrmMain& m) {
+    auto* page = new QWidget;
+    auto* outer = new QVBoxLayout(page);
+    QWidget* f = frame(m.Frame12);
+    auto* v = new QVBoxLayout(f);
+    auto* tabs = new QTabWidget;
+    tabs->setObjectName("SSTab2");
+    for (Grid* g : {&m.msM1Grid, &m.msM3Grid, &m.msM4Grid, &m.msM2Grid})
+        tabs->addTab(grid(*g), QString());
+    BindTabs(tabs, m.SSTab2);
+    v->addWidget(tabs);
+    outer->addWidget(f);
+    return page;
+}
+
+}  // namespace ketrel

@@ -1,0 +1,261 @@
+#include "export.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "export_session.h"
+#include "link/log_frames.h"
+#include "obd/value_fields.h"
+#include "screens/data_tab_layout.h"
+
+namespace ketrel::exporter {
+namespace {
+
+constexpr std::array<const char*, 5> kTypes{"DORVANE", "BR3", "BR3ISO", "KESHISO-9141",
+                                            "TACTRIXISO-9141"};
+
+// Splits "F,MPH,PSI" into the three unit settings.
+std::string ParseUnits(const std::string& text, ExportOptions& options) {
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    for (;;) {
+        std::size_t comma = text.find(',', start);
+        parts.push_back(text.substr(start, comma - start));
+        if (comma == std::string::npos) break;
+        start = comma + 1;
+    }
+    if (parts.size() != 3)
+        return "--units wants three values TEMP,SPEED,PRESSURE, such as F,MPH,PSI; got \"" + text +
+               "\"";
+    if (parts[0] != "F" && parts[0] != "C")
+        return "temperature unit must be F or C, not \"" + parts[0] + "\"";
+    if (parts[1] != "MPH" && parts[1] != "KPH")
+        return "speed unit must be MPH or KPH, not \"" + parts[1] + "\"";
+    if (parts[2] != "PSI" && parts[2] != "kPa")
+        return "pressure unit must be PSI or kPa, not \"" + parts[2] + "\"";
+    options.temp = parts[0];
+    options.speed = parts[1];
+    options.pressure = parts[2];
+    return {};
+}
+
+// A value field of the export: its column name and the field.
+using Column = std::pair<std::string, const Field*>;
+
+// Every value the decoders write: the data tab in grid order, the OBD design, the freeze
+// frame, then the extended data screen (named with its screen, as lblTps exists on both).
+std::vector<Column> ValueColumns(App& app) {
+    std::vector<Column> cols;
+    FrmMain& m = app.frmMain();
+    for (const DataTabRow& row : kDataTabRows)
+        cols.emplace_back(row.label, static_cast<const Field*>(m.findControl(row.label)));
+    cols.emplace_back("lblOBDDesign", &m.lblOBDDesign);
+    for (Field* f : FreezeFrameFields(app))
+        cols.emplace_back(f->name(), f);
+    for (Field* f : app.frmNewPids().valueFields())
+        cols.emplace_back("frmNewPids." + f->name(), f);
+    return cols;
+}
+
+// The CSV header: "frame" and the column of every value field.
+void WriteHeader(const std::vector<Column>& columns, std::ostream& out) {
+    std::string row = "frame";
+    for (const Column& c : columns) {
+        row += ',';
+        AppendCsvCell(row, c.first);
+    }
+    row += '\n';
+    out << row;
+}
+
+// Tabs and line ends written as \t, \n, \r, backslash as \\, so one field stays on one line.
+std::string Escape(const std::string& text) {
+    std::string out;
+    for (char c : text) {
+        switch (c) {
+            case '\\':
+                out += "\\\\";
+                break;
+            case '\t':
+                out += "\\t";
+                break;
+            case '\n':
+                out += "\\n";
+                break;
+            case '\r':
+                out += "\\r";
+                break;
+            default:
+                out += c;
+        }
+    }
+    return out;
+}
+
+// Every field, list box and grid cell of the main and extended screens after the last frame.
+void WriteFinal(App& app, std::ostream& out) {
+    std::vector<std::pair<std::string, std::string>> lines;
+    for (Screen* screen :
+         {static_cast<Screen*>(&app.frmMain()), static_cast<Screen*>(&app.frmNewPids())}) {
+        std::string prefix = screen == &app.frmMain() ? "" : screen->name() + ".";
+        for (const Control* c : screen->controls()) {
+            std::string name = prefix + c->fullName();
+            if (c->kind() == ControlKind::Field) {
+                lines.emplace_back(name, static_cast<const Field*>(c)->text());
+            } else if (c->kind() == ControlKind::ListBox) {
+                std::string items;
+                for (const std::string& item : static_cast<const ListBox*>(c)->items())
+                    items += (items.empty() ? "" : ",") + item;
+                lines.emplace_back(name, items);
+            } else if (c->kind() == ControlKind::Grid) {
+                auto* g = static_cast<const Grid*>(c);
+                for (int r = 0; r < g->rows(); ++r) {
+                    for (int col = 0; col < g->cols(); ++col) {
+                        lines.emplace_back(
+                            name + "[" + std::to_string(r) + "," + std::to_string(col) + "]",
+                            g->text(r, col));
+                    }
+                }
+            }
+        }
+    }
+    std::sort(lines.begin(), lines.end());
+    for (auto& [name, text] : lines)
+        out << Escape(name) << '\t' << Escape(text) << '\n';
+}
+
+}  // namespace
+
+void AppendCsvCell(std::string& row, const std::string& text) {
+    bool quote = text.find_first_of(",\"\r\n") != std::string::npos ||
+                 (!text.empty() && (text.front() == ' ' || text.back() == ' '));
+    if (!quote) {
+        row += text;
+        return;
+    }
+    row += '"';
+    for (char c : text) {
+        if (c == '"') row += '"';
+        row += c;
+    }
+    row += '"';
+}
+
+std::string ExportUsage() {
+    return "Usage: ketrel-export [options] [LOG]\n"
+           "Decodes a recorded log as the log player does and writes the values as CSV:\n"
+           "a header line \"frame,<field>,...\" and one row per frame with the text of every\n"
+           "value field after that frame. Reads LOG, or the standard input when LOG is\n"
+           "missing or \"-\".\n"
+           "\n"
+           "Options:\n"
+           "  --type WORD      interface type of the log: DORVANE (default), BR3, BR3ISO,\n"
+           "                   KESHISO-9141, TACTRIXISO-9141\n"
+           "  --units T,S,P    unit settings: F|C, MPH|KPH, PSI|kPa (default F,MPH,PSI)\n"
+           "  --final          instead of CSV, every field after the last frame as\n"
+           "                   name<TAB>text, sorted by name; list boxes as name<TAB>a,b;\n"
+           "                   grid cells as grid[row,col]<TAB>text\n"
+           "  --help           this text\n";
+}
+
+std::string ParseExportArgs(const std::vector<std::string>& args, ExportOptions& options) {
+    bool inputSeen = false;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        // The value of "--name VALUE" or "--name=VALUE"; false when it is missing.
+        std::string value;
+        auto takeValue = [&](const std::string& name) {
+            if (a.rfind(name + "=", 0) == 0) {
+                value = a.substr(name.size() + 1);
+                return true;
+            }
+            if (a != name || i + 1 >= args.size()) return false;
+            value = args[++i];
+            return true;
+        };
+        auto is = [&](const std::string& name) { return a == name || a.rfind(name + "=", 0) == 0; };
+        if (a == "--help" || a == "-h") {
+            options.help = true;
+        } else if (a == "--final") {
+            options.final = true;
+        } else if (is("--type")) {
+            if (!takeValue("--type")) return "--type wants an interface type";
+            if (std::find(kTypes.begin(), kTypes.end(), value) == kTypes.end())
+                return "unknown interface type \"" + value +
+                       "\"; known: DORVANE, BR3, BR3ISO, KESHISO-9141, TACTRIXISO-9141";
+            options.type = value;
+        } else if (is("--units")) {
+            if (!takeValue("--units")) return "--units wants TEMP,SPEED,PRESSURE";
+            std::string error = ParseUnits(value, options);
+            if (!error.empty()) return error;
+        } else if (a.size() > 1 && a[0] == '-') {
+            return "unknown option \"" + a + "\" (see --help)";
+        } else {
+            if (inputSeen) return "only one log may be given";
+            inputSeen = true;
+            options.input = a;
+        }
+    }
+    return {};
+}
+
+int RunExport(const ExportOptions& options, std::istream& in, const std::string& inputName,
+              std::ostream& out, std::ostream& err) {
+    if (options.type != "DORVANE") {
+        err << "ketrel-export: logs of type " << options.type
+            << " are not available yet; only DORVANE logs can be exported\n";
+        return 2;
+    }
+    ExportSession session(err, options.temp, options.speed, options.pressure);
+    App& app = session.app();
+    std::vector<Column> columns = ValueColumns(app);
+    std::string row;
+    LogFrameReader reader(in);
+    long problems = 0;
+    reader.onProblem = [&](long line, const std::string& problem) {
+        ++problems;
+        err << "ketrel-export: " << inputName << ": line " << line << ": " << problem
+            << "; line skipped\n";
+    };
+    LogFrame frame;
+    long frames = 0;
+    while (reader.next(frame)) {
+        ++frames;
+        session.dialogs().context = inputName + ": line " + std::to_string(frame.line);
+        try {
+            session.playDorvane(frame.text);
+        } catch (const std::exception& e) {
+            err << "ketrel-export: " << session.dialogs().context << ": " << e.what() << '\n';
+        }
+        if (options.final) continue;
+        if (frames == 1) WriteHeader(columns, out);
+        row.clear();
+        AppendCsvCell(row, frame.text);
+        for (const Column& c : columns) {
+            row += ',';
+            AppendCsvCell(row, c.second->text());
+        }
+        row += '\n';
+        out.write(row.data(), std::streamsize(row.size()));
+    }
+    if (in.bad()) {
+        err << "ketrel-export: " << inputName << ": read error after line " << reader.lines()
+            << '\n';
+        return 1;
+    }
+    if (frames == 0) {
+        err << "ketrel-export: " << inputName << ": no frame could be read"
+            << (reader.lines() == 0 ? " (the log is empty)" : "") << '\n';
+        return 1;
+    }
+    if (options.final) WriteFinal(app, out);
+    out.flush();
+    if (!out) {
+        err << "ketrel-export: could not write the output\n";
+        return 1;
+    }
+    return 0;
+}
+
+}  // namespace ketrel::exporter

@@ -1,0 +1,56 @@
+#pragma once
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "platform/desktop.h"
+#include "platform/dialogs.h"
+#include "platform/null_serial_port.h"
+#include "platform/settings_store.h"
+#include "platform/virtual_event_loop.h"
+#include "state/app.h"
+
+namespace ketrel::exporter {
+
+// Message boxes of a run without a screen: written to the error stream, answered with Cancel
+// where the box has one, else with its default button.
+class StreamDialogs : public Dialogs {
+  public:
+    explicit StreamDialogs(std::ostream& err) : err_(err) {}
+    MsgAnswer show(const MessageBox& box) override;
+    // Said before each message, such as "line 12".
+    std::string context;
+
+  private:
+    std::ostream& err_;
+};
+
+// A launcher that opens nothing.
+class NoLauncher : public Launcher {
+  public:
+    bool openTextFile(const std::string&) override { return false; }
+    bool openDisplaySettings() override { return false; }
+};
+
+// An application that replays frames as the log player does, on virtual time, with settings
+// in memory and no serial port: nothing of the user's is read or written.
+class ExportSession {
+  public:
+    ExportSession(std::ostream& err, const std::string& temp, const std::string& speed,
+                  const std::string& pressure);
+    App& app() { return *app_; }
+    StreamDialogs& dialogs() { return dialogs_; }
+    // One DORVANE frame through the receive routine, as a replay pushes it.
+    void playDorvane(const std::string& frame);
+
+  private:
+    VirtualEventLoop loop_;
+    StreamDialogs dialogs_;
+    MemorySettingsStore settings_;
+    NoLauncher launcher_;
+    FixedDisplayInfo display_;
+    NullSerialPortFactory ports_;
+    std::unique_ptr<App> app_;
+};
+
+}  // namespace ketrel::exporter
