@@ -1,6 +1,7 @@
 #include "core/application.h"
 
 #include "core/data_tab.h"
+#include "core/session.h"
 
 #include "core/main_menus.h"
 #include "core/settings_screen.h"
@@ -13,6 +14,7 @@ void InstallApplication(App& app) {
     InstallStartup(app);
     InstallSettingsScreen(app);
     InstallMainMenus(app);
+    InstallSession(app);
 }
 
 }  // namespace ketrel

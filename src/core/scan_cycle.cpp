@@ -75,9 +75,8 @@ void HandleDorvaneChunk(App& app, const std::string& chunk) {
         m.txtInputDORVANE.setText(m.txtInputDORVANE.text() + chunk);
         return;
     }
-    app.RawFrame = m.txtInputDORVANE.text();
+    SetDorvaneFrame(app, m.txtInputDORVANE.text());
     m.LogData.addItem(app.RawFrame);
-    SetDorvaneModeAndPid(app);
     DORVANERECEIVE(app);
     if (app.Recording) recordFrame(app, app.RawFrame);
     m.txtInputDORVANE.setText(chunk);

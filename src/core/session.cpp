@@ -10,6 +10,7 @@
 #include "link/port_number.h"
 #include "obd/monitor_status.h"
 #include "obd/trouble_codes.h"
+#include "obd/unit_captions.h"
 #include "platform/serial_port.h"
 #include "state/app.h"
 

@@ -6,6 +6,7 @@
 
 #include "link/conn_log.h"
 #include "link/dorvane_receive.h"
+#include "link/port_number.h"
 #include "platform/serial_port.h"
 #include "state/app.h"
 
@@ -33,11 +34,6 @@ int secondIndicator(int position) {
     if (position == 3) return 33;
     if (position >= 20 && position <= 27) return position + 14;
     return -1;
-}
-
-std::string upper(std::string s) {
-    for (char& c : s) c = char(std::toupper(static_cast<unsigned char>(c)));
-    return s;
 }
 
 // Mid$ with 1-based start: "" past the end.
@@ -86,12 +82,6 @@ std::string DorvaneFreezeText(int position) {
         return "";
     }
     return kFreezeTable[std::size_t(position)];
-}
-
-void SetDorvaneModeAndPid(App& app) {
-    app.RxMode = upper(mid(app.RawFrame, 9, 1));
-    if (app.RxMode.size() == 1) app.RxMode = "0" + app.RxMode;
-    app.RxPID = upper(mid(app.RawFrame, 10, 2));
 }
 
 void DORVANEOpenConnect(App& app) {
@@ -147,10 +137,9 @@ void DORVANEConnectingReceive(App& app) {
         return;
     }
     FrmMain& m = app.frmMain();
-    app.RawFrame = c.txtConnectingInput.text();
+    SetDorvaneFrame(app, c.txtConnectingInput.text());
     m.Text2.setText(m.Text2.text() + app.RawFrame);
     LogLine(app, "RECEIVED ALL DATA:  " + app.RawFrame);
-    SetDorvaneModeAndPid(app);
     if (app.RxMode == "01" && app.RxPID == "00") m.lblECMAddress.setText(mid(app.RawFrame, 6, 2));
     LogLine(app, "LOOKUP DATA IN PROCESS:");
     DORVANERECEIVE(app);

@@ -18,8 +18,6 @@ void DORVANEConnectingTimeOutElapsed(App& app);
 void DORVANERequest(App& app);
 // One step of the freeze-frame sweep.
 void DORVANEFreezeStep(App& app);
-// Cuts RxMode and RxPID from RawFrame as the DORVANE paths do.
-void SetDorvaneModeAndPid(App& app);
 // Text sent for a poll position (1 to 31), or "" for the positions that send nothing.
 std::string DorvanePollText(int position);
 // Text sent for a freeze-frame sweep position, or "" where there is no row.

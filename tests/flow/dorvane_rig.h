@@ -1,4 +1,6 @@
 #pragma once
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,7 @@ struct DorvaneRig {
         app.SaveInfo = true;
         app.ConnectLogEnabled = true;
         app.BR3Delay = "180";
+        std::filesystem::create_directories(t.dir.path() / "Log");
         InstallSession(app);
         app.frmMain().load();
     }
@@ -33,7 +36,13 @@ struct DorvaneRig {
     // Runs the connect command; returns when frmConnecting has gone.
     void connect() { ConnectSession(app()); }
     void run(int ms) { t.loop.runFor(ms); }
-    std::string log() const;
+    // The connecting log as it stands on disk.
+    std::string log() const {
+        std::ifstream in(ConnectLog::pathFor(t.dir.path()), std::ios::binary);
+        std::stringstream ss;
+        ss << in.rdbuf();
+        return ss.str();
+    }
 
     sim::SimSerialPortFactory ports;
     TestApp t;
