@@ -1,5 +1,6 @@
 #include "platform/virtual_event_loop.h"
 
+#include <algorithm>
 #include <string>
 
 namespace ketrel {
@@ -14,12 +15,21 @@ void VirtualEventLoop::checkLimit() {
 void VirtualEventLoop::pump() {
     checkLimit();
     if (sched_.runDue() > 0) return;
+    // Nothing due: a pump returns at once on the desktop too, having let a sliver of time
+    // pass. A loop that pumps once per step (a search) thus costs little time, and a
+    // pumped wait still reaches its next event.
+    std::int64_t step = clock_.nowMicros() + kPumpStepMicros;
     auto next = sched_.nextDue();
-    if (next) {
-        clock_.advanceTo(*next);
-    } else {
-        clock_.advanceBy(1000);  // nothing armed at all: let a millisecond pass
-    }
+    clock_.advanceTo(next ? std::min(*next, step) : step);
+    checkLimit();
+    sched_.runDue();
+}
+
+void VirtualEventLoop::waitAndPump() {
+    checkLimit();
+    if (sched_.runDue() > 0) return;
+    auto next = sched_.nextDue();
+    clock_.advanceTo(next ? *next : clock_.nowMicros() + 1000);
     checkLimit();
     sched_.runDue();
 }

@@ -40,13 +40,17 @@ class VirtualTimeExceeded : public std::runtime_error {
 };
 
 // The event loop of tests and of the in-process simulator: deterministic virtual time.
-// pump() with nothing due jumps to the next event, sleep() advances time.
+// pump() with nothing due lets 0.1 ms pass, waitAndPump() jumps to the next event, sleep()
+// advances time.
 class VirtualEventLoop : public EventLoop {
   public:
     VirtualEventLoop() : sched_(clock_) {}
 
     void pump() override;
-    void waitAndPump() override { pump(); }
+    // Jumps to the next event and runs it.
+    void waitAndPump() override;
+    // Virtual time a pump lets pass when nothing is due.
+    static constexpr std::int64_t kPumpStepMicros = 100;
     void sleep(int ms) override;
     Scheduler& scheduler() override { return sched_; }
     VirtualClock& virtualClock() { return clock_; }

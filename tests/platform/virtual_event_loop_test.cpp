@@ -140,7 +140,10 @@ TEST(VirtualEventLoop, PostedEventsRunInOrderAndCancelledOnesDoNot) {
     EXPECT_EQ(seen, "123");
     loop.pump();
     EXPECT_EQ(seen, "1234");
-    loop.pump();  // nothing due: jumps to the next event
+    loop.pump();  // nothing due: a tenth of a millisecond passes, nothing runs
+    EXPECT_EQ(seen, "1234");
+    EXPECT_EQ(loop.virtualClock().nowMicros(), 100);
+    loop.waitAndPump();  // the blocking wait jumps to the next event
     EXPECT_EQ(seen, "12345");
     EXPECT_EQ(loop.nowMs(), 5);
 }
