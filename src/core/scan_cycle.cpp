@@ -1,10 +1,10 @@
 #include "core/scan_cycle.h"
 
+#include "core/session.h"
 #include "link/dorvane_link.h"
 #include "link/dorvane_receive.h"
 #include "obd/monitor_status.h"
 #include "obd/trouble_codes.h"
-#include "core/session.h"
 #include "state/app.h"
 
 namespace ketrel {
@@ -98,22 +98,24 @@ void WatchdogElapsed(App& app) {
     if (!app.Connected) return;
     app.TimeOutCount = app.TimeOutCount >= 4 ? 1 : app.TimeOutCount + 1;
     EndSession(app);
-    std::string text = "Unable To Establish Communication.  Please Check Your Connection Then Retry Again.";
+    std::string text =
+        "Unable To Establish Communication.  Please Check Your Connection Then Retry Again.";
     if (app.OBDIIHardware == kBr3 && app.TimeOutCount == 2) {
         text =
             "Unable To Establish Communication. You May Want To Adjust Your BR3 Delay To "
             "Recommended Specs If You Are Experiencing Disconnection.";
     }
-    app.dialogs().show(MessageBox{"Communication Not Found", text, MsgButtons::Ok,
-                                  MsgIcon::Exclamation, false});
+    app.dialogs().show(
+        MessageBox{"Communication Not Found", text, MsgButtons::Ok, MsgIcon::Exclamation, false});
 }
 
 void ClearCodesCommand(App& app) {
     if (app.Recording) {
         if (Screen* rec = app.screenByName("frmRecorder")) rec->hide();
     }
-    MsgAnswer a = app.dialogs().show(MessageBox{"Confirmation", "Are You Sure You Want To Clear Code?",
-                                                MsgButtons::YesNo, MsgIcon::Question, false});
+    MsgAnswer a =
+        app.dialogs().show(MessageBox{"Confirmation", "Are You Sure You Want To Clear Code?",
+                                      MsgButtons::YesNo, MsgIcon::Question, false});
     if (a != MsgAnswer::Yes) {
         app.RequestClearCodes = false;
         return;

@@ -21,7 +21,8 @@ namespace {
 const char* const kMainTitle = "Ketrel (OBD II Generic) Version 0.77 - ";
 
 std::string upper(std::string s) {
-    for (char& c : s) c = char(std::toupper(static_cast<unsigned char>(c)));
+    for (char& c : s)
+        c = char(std::toupper(static_cast<unsigned char>(c)));
     return s;
 }
 
@@ -88,16 +89,17 @@ void startConnect(App& app) {
         if (app.OBDIIHardware == kDorvane) {
             DORVANEOpenConnect(app);
         } else {
-            app.dialogs().show(MessageBox{"Configuration Error",
-                                          "The " + app.OBDIIHardware +
-                                              " is not available in this version of Ketrel.",
-                                          MsgButtons::Ok, MsgIcon::Stop, false});
+            app.dialogs().show(MessageBox{
+                "Configuration Error",
+                "The " + app.OBDIIHardware + " is not available in this version of Ketrel.",
+                MsgButtons::Ok, MsgIcon::Stop, false});
             c.unload();
             EndSession(app);
         }
     } catch (const SerialError& e) {
         if (e.code() == kErrInvalidPort) {
-            app.dialogs().show(MessageBox{"Error", "Please Recheck Your Settings Or Run Auto Detect.",
+            app.dialogs().show(MessageBox{"Error",
+                                          "Please Recheck Your Settings Or Run Auto Detect.",
                                           MsgButtons::Ok, MsgIcon::Stop, false});
             c.unload();
         } else if (e.code() == kErrPortOpen) {
@@ -193,9 +195,10 @@ void ConnectSession(App& app) {
             return;
         }
         if (app.ConnectPort.empty()) {
-            app.dialogs().show(MessageBox{"Configuration Needed",
-                                          "Comm Port has not been configured.  Recheck your settings!",
-                                          MsgButtons::Ok, MsgIcon::Stop, false});
+            app.dialogs().show(
+                MessageBox{"Configuration Needed",
+                           "Comm Port has not been configured.  Recheck your settings!",
+                           MsgButtons::Ok, MsgIcon::Stop, false});
             return;
         }
         m.mnuVehicleConnect.setEnabled(false);
@@ -298,14 +301,16 @@ void EndSession(App& app) {
         if (pid < 42) m.Image1[pid].setPicture(kImgRed);
     }
     for (Control* ctl : std::initializer_list<Control*>{
-             &m.mnuViewCoolant, &m.mnuViewFuelPressure, &m.mnuViewMAP, &m.mnuViewRPM,
-             &m.mnuViewSpeed, &m.mnuViewIntakeAir, &m.mnuViewMAF, &m.mnuViewTPS,
-             &m.mnuViewO2B1S1, &m.mnuViewO2B1S2, &m.mnuViewO2B1S3, &m.mnuViewO2B1S4,
-             &m.mnuViewO2B2S1, &m.mnuViewO2B2S2, &m.mnuViewO2B2S3, &m.mnuViewO2B2S4,
-             &m.mnuViewMode6, &m.mnuViewMode5, &m.cmdRequestFF, &m.cmdRequestPending,
-             &m.cmdRequestTC, &m.mnuViewMPG, &m.mnuVehicleRequestFF, &m.mnuVehicleRequestPending,
-             &m.mnuVehicleRequestTC, &m.mnuVehicleClear, &m.mnuVehicleInfo, &m.cmdRequestInfo,
-             &m.mnuAboutHardware}) {
+             &m.mnuViewCoolant,      &m.mnuViewFuelPressure, &m.mnuViewMAP,
+             &m.mnuViewRPM,          &m.mnuViewSpeed,        &m.mnuViewIntakeAir,
+             &m.mnuViewMAF,          &m.mnuViewTPS,          &m.mnuViewO2B1S1,
+             &m.mnuViewO2B1S2,       &m.mnuViewO2B1S3,       &m.mnuViewO2B1S4,
+             &m.mnuViewO2B2S1,       &m.mnuViewO2B2S2,       &m.mnuViewO2B2S3,
+             &m.mnuViewO2B2S4,       &m.mnuViewMode6,        &m.mnuViewMode5,
+             &m.cmdRequestFF,        &m.cmdRequestPending,   &m.cmdRequestTC,
+             &m.mnuViewMPG,          &m.mnuVehicleRequestFF, &m.mnuVehicleRequestPending,
+             &m.mnuVehicleRequestTC, &m.mnuVehicleClear,     &m.mnuVehicleInfo,
+             &m.cmdRequestInfo,      &m.mnuAboutHardware}) {
         ctl->setEnabled(false);
     }
     m.RequestTimer.stop();

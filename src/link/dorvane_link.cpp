@@ -13,7 +13,7 @@
 namespace ketrel {
 
 const char kDorvaneRetryFrame[13] = {0x01, 0x06, 0x64, 0x10, char(0xF1), 0x22, 0x16,
-                                     0x67, 0x00, 0x00, 0x00, 0x00, 0x00};
+                                     0x67, 0x00, 0x00, 0x00, 0x00,       0x00};
 
 namespace {
 
@@ -179,15 +179,15 @@ void DORVANEConnectingTimeOutElapsed(App& app) {
         return;
     }
     LogLine(app, "UNSUCCESSFUL CONNECTING");
-    MsgAnswer answer = app.dialogs().show(MessageBox{
-        "No Communication",
-        "Unable To Establish Communication, Check The Following Below.\n\n"
-        "* Make Sure Hardware Is Connected To Serial Port\n"
-        "* Make Sure OBD II Connector Is Connected To Vehicle\n"
-        "* Tampered/Incorrect Settings\n"
-        "* Changed/Incorrect Hardware Device\n"
-        "* Make Sure Ignition Key Is On",
-        MsgButtons::RetryCancel, MsgIcon::Stop, false});
+    MsgAnswer answer = app.dialogs().show(
+        MessageBox{"No Communication",
+                   "Unable To Establish Communication, Check The Following Below.\n\n"
+                   "* Make Sure Hardware Is Connected To Serial Port\n"
+                   "* Make Sure OBD II Connector Is Connected To Vehicle\n"
+                   "* Tampered/Incorrect Settings\n"
+                   "* Changed/Incorrect Hardware Device\n"
+                   "* Make Sure Ignition Key Is On",
+                   MsgButtons::RetryCancel, MsgIcon::Stop, false});
     if (answer != MsgAnswer::Retry) {
         if (app.hooks.CancelConnect) app.hooks.CancelConnect();
         return;
@@ -196,7 +196,8 @@ void DORVANEConnectingTimeOutElapsed(App& app) {
         SerialPort& port = *c.ConnectingMscomm;
         LogLine(app, "RETRY COMMAND");
         LogLine(app, "SENDING:  01 64 10 F1 22 16 67 00 00 00 00 00");
-        if (port.portOpen()) port.output(std::string(kDorvaneRetryFrame, sizeof kDorvaneRetryFrame));
+        if (port.portOpen())
+            port.output(std::string(kDorvaneRetryFrame, sizeof kDorvaneRetryFrame));
         LogLine(app, "SENDING:  F0646A");
         if (port.portOpen()) port.output("F0646A");
     }
@@ -243,12 +244,16 @@ void DORVANERequest(App& app) {
     }
     if (!oneShot) {
         // The search pumps, so a nested sync or a flag set by the user can run meanwhile.
+        // A search that outlives its session (the watchdog ended it meanwhile) gives up
+        // rather than spin for ever.
         while (!app.PidWanted[std::size_t(app.PollPosition)]) {
             app.loop().pump();
+            if (!app.Connected || !port.portOpen()) return;
             if (++app.PollPosition >= 32) app.PollPosition = 1;
         }
         while (!app.Mode1Supported[std::size_t(app.PollPosition)]) {
             app.loop().pump();
+            if (!app.Connected || !port.portOpen()) return;
             if (++app.PollPosition >= 32) app.PollPosition = 1;
         }
         int pos = app.PollPosition;

@@ -79,7 +79,8 @@ TEST(DorvaneSession, TheRetryFrameGoesOutOnTheFirstRetryOnly) {
         ++boxes;
         bytesAtBox.push_back(r.wire.deviceReceived().size());
     };
-    for (int i = 0; i < 3; ++i) r.t.dialogs.answerNext(MsgAnswer::Retry);
+    for (int i = 0; i < 3; ++i)
+        r.t.dialogs.answerNext(MsgAnswer::Retry);
     r.t.dialogs.answerNext(MsgAnswer::Cancel);
     r.connect();
     ASSERT_EQ(boxes, 4);
@@ -119,12 +120,14 @@ TEST(DorvaneSession, ThePollVisitsWantedAndSupportedPidsInOrderAndOneShotsCostAP
     r.run(4000);
     App& app = r.app();
     // Narrow the poll to three PIDs and watch a few rounds.
-    for (auto& w : app.PidWanted) w = false;
+    for (auto& w : app.PidWanted)
+        w = false;
     app.PidWanted[0x05] = app.PidWanted[0x0C] = app.PidWanted[0x0D] = true;
     r.run(1500);
     std::size_t mark = r.commands().size();
     r.run(1500);
-    std::vector<std::string> polled(r.commands().begin() + std::ptrdiff_t(mark), r.commands().end());
+    std::vector<std::string> polled(r.commands().begin() + std::ptrdiff_t(mark),
+                                    r.commands().end());
     ASSERT_GE(polled.size(), 6u);
     for (std::size_t i = 0; i + 1 < polled.size(); ++i) {
         const std::string& a = polled[i];
@@ -148,7 +151,8 @@ TEST(DorvaneSession, AFrameIsDecodedOnlyWhenTheNextOneBegins) {
     r.vehicle.ecus[0].fixed[0x0C] = {0x1A, 0xF8};
     r.connect();
     App& app = r.app();
-    for (auto& w : app.PidWanted) w = false;
+    for (auto& w : app.PidWanted)
+        w = false;
     app.PidWanted[0x0C] = true;
     r.run(1500);
     EXPECT_EQ(app.frmMain().lblRPM.text(), "1726");
@@ -165,12 +169,15 @@ TEST(DorvaneSession, APStatusSaysReconnectingAndFramesBringBackConnected) {
     r.connect();
     r.run(1000);
     App& app = r.app();
-    r.converter.sendStatus("P");
-    r.run(50);
+    r.converter.setVehicleResponding(false);  // the converter reports "P" while it searches
+    r.run(3000);
     EXPECT_EQ(app.frmMain().panel(1).text(), "CONNECTION STATUS:  RECONNECTING...");
-    r.run(2000);
+    EXPECT_TRUE(app.frmMain().TimeOutConnect.enabled());
+    r.converter.setVehicleResponding(true);
+    r.run(3000);
     EXPECT_EQ(app.frmMain().panel(1).text(), "CONNECTION STATUS:  CONNECTED");
     EXPECT_TRUE(app.Connected);
+    EXPECT_TRUE(r.t.dialogs.shown().empty());
 }
 
 TEST(DorvaneSession, TheWatchdogEndsASilentSessionWithItsMessage) {
@@ -199,8 +206,8 @@ TEST(DorvaneSession, EndSessionTwiceIsHarmlessAndLeavesEverythingIdle) {
     EXPECT_FALSE(app.Connected);
     EXPECT_FALSE(app.frmMain().MSComm->portOpen());
     EXPECT_FALSE(app.frmMain().TimeOutConnect.enabled());
-    EXPECT_TRUE(std::none_of(app.PidWanted.begin(), app.PidWanted.begin() + 80,
-                             [](bool b) { return b; }));
+    EXPECT_TRUE(
+        std::none_of(app.PidWanted.begin(), app.PidWanted.begin() + 80, [](bool b) { return b; }));
     EXPECT_EQ(app.frmMain().Image1[12].picture(), kImgRed);
     EXPECT_FALSE(app.frmMain().cmdRequestTC.enabled());
     EXPECT_EQ(app.frmMain().panel(3).text(), "COM PORT:  N/A");
@@ -216,7 +223,8 @@ TEST(DorvaneSession, RequestInfoSendsNothingWithThisConverter) {
     r.run(1000);
     r.app().frmMain().cmdRequestInfo.click();
     r.run(2000);
-    for (const std::string& c : r.commands()) EXPECT_NE(c.substr(0, 2), "09") << c;
+    for (const std::string& c : r.commands())
+        EXPECT_NE(c.substr(0, 2), "09") << c;
 }
 
 TEST(DorvaneSession, WithNoWantedPidTheBuilderSpinsUntilAFlagTurnsItOut) {
@@ -224,44 +232,61 @@ TEST(DorvaneSession, WithNoWantedPidTheBuilderSpinsUntilAFlagTurnsItOut) {
     r.connect();
     r.run(1000);
     App& app = r.app();
-    for (auto& w : app.PidWanted) w = false;
+    for (auto& w : app.PidWanted)
+        w = false;
+    std::size_t atClear = r.commands().size();
+    std::size_t atRaise = 0;
+    // The builder spins inside its handler, pumping: the raise below runs nested in it.
     Timer raise(r.t.loop.scheduler(), 3000);
     raise.setHandler([&] {
         raise.stop();
+        atRaise = r.commands().size();
         app.PidWanted[0x0D] = true;
     });
     raise.start();
-    r.run(500);
-    std::size_t before = r.commands().size();
-    r.run(2000);
-    EXPECT_EQ(r.commands().size(), before);  // spinning: nothing sent
-    r.run(1500);
-    ASSERT_GT(r.commands().size(), before);
-    EXPECT_EQ(r.commands()[before], "010D06");
+    r.run(4000);
+    EXPECT_LE(atRaise, atClear + 1);  // at most the request already on its way
+    ASSERT_GT(r.commands().size(), atRaise);
+    EXPECT_EQ(r.commands()[atRaise], "010D06");
+    EXPECT_TRUE(app.Connected);
+}
+
+TEST(DorvaneSession, ASpinningSearchGivesUpWhenTheWatchdogEndsTheSession) {
+    DorvaneRig r;
+    r.connect();
+    r.run(1000);
+    for (auto& w : r.app().PidWanted)
+        w = false;
+    r.t.loop.setLimitMs(r.t.loop.nowMs() + 60000);
+    r.run(15000);  // would throw if the search never returned
+    EXPECT_FALSE(r.app().Connected);
+    ASSERT_EQ(r.t.dialogs.shown().size(), 1u);
+    EXPECT_EQ(r.t.dialogs.shown()[0].title, "Communication Not Found");
 }
 
 TEST(DorvaneSession, TheConnectingLogOfAWholeConnect) {
     DorvaneRig r;
     r.connect();
     std::string log = r.log();
-    const char* expected[] = {"************************START OF CONNECTING************************",
-                              "SOFTWARE VERSION:  0.77",
-                              "REQUEST DELAY:  180",
-                              ")     TYPE INTERFACE USED:  DORVANE PROTOCOL CONVERTER",
-                              ")     TIMEOUT SET TO 15 SECONDS",
-                              ")     SET PORT:  1",
-                              ")     SET BAUD RATE:  19200",
-                              ")     OPEN PORT",
-                              ")     TIMEOUT ENABLED",
-                              ")     RECEIVED EVENT ON",
-                              ")     SYNC DETECTED",
-                              ")     SENDING:  010009",
-                              ")     RECEIVED ALL DATA:  ",
-                              ")     LOOKUP DATA IN PROCESS:",
-                              ")     V DETECTED",
-                              ")     SENDING:  02000A",
-                              ")     REQUESTING FIRMWARE VERSION",
-                              "\"************************END OF CONNECTING************************\"\r\n"};
+    const char* expected[] = {
+        "************************START OF CONNECTING************************",
+        "SOFTWARE VERSION:  0.77",
+        "REQUEST DELAY:  180",
+        ")     TYPE INTERFACE USED:  DORVANE PROTOCOL CONVERTER",
+        ")     TIMEOUT SET TO 15 SECONDS",
+        ")     SET PORT:  1",
+        ")     SET BAUD RATE:  19200",
+        ")     OPEN PORT",
+        ")     TIMEOUT ENABLED",
+        ")     RECEIVED EVENT ON",
+        ")     SYNC DETECTED",
+        ")     SENDING:  010009",
+        ")     RECEIVED ALL DATA:  ",
+        ")     LOOKUP DATA IN PROCESS:",
+        ")     V DETECTED",
+        ")     SENDING:  02000A",
+        ")     REQUESTING FIRMWARE VERSION",
+        "\"************************END OF CONNECTING************************\"\r\n"};
     std::size_t at = 0;
     for (const char* line : expected) {
         std::size_t found = log.find(line, at);
