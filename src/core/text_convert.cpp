@@ -1,5 +1,7 @@
 #include "core/text_convert.h"
 
+#include "platform/text_compare.h"
+
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
@@ -14,16 +16,6 @@ std::string_view trim(std::string_view s) {
     while (!s.empty() && std::isspace(static_cast<unsigned char>(s.back())))
         s.remove_suffix(1);
     return s;
-}
-
-bool equalsNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (std::tolower(static_cast<unsigned char>(a[i])) !=
-            std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    }
-    return true;
 }
 
 // Length of the longest decimal number at the start of s (sign, digits, point, exponent).
@@ -88,8 +80,8 @@ std::optional<long> TextToLong(std::string_view text) {
 
 std::optional<bool> TextToBool(std::string_view text) {
     std::string_view s = trim(text);
-    if (equalsNoCase(s, "True")) return true;
-    if (equalsNoCase(s, "False")) return false;
+    if (EqualsNoCase(s, "True")) return true;
+    if (EqualsNoCase(s, "False")) return false;
     if (auto v = TextToNumber(s)) return *v != 0;
     return std::nullopt;
 }

@@ -1,5 +1,7 @@
 #include "platform/ini_settings_store.h"
 
+#include "platform/text_compare.h"
+
 #include <cctype>
 #include <cstdlib>
 #include <fstream>
@@ -17,16 +19,6 @@ std::string trim(const std::string& s) {
     while (e > b && std::isspace(static_cast<unsigned char>(s[e - 1])))
         --e;
     return s.substr(b, e - b);
-}
-
-bool sameKey(const std::string& a, const std::string& b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (std::tolower(static_cast<unsigned char>(a[i])) !=
-            std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    }
-    return true;
 }
 
 // A value must stay on its line.
@@ -69,7 +61,7 @@ IniSettingsStore::File& IniSettingsStore::file(const std::string& app) {
         std::string value = trim(line.substr(eq + 1));
         bool found = false;
         for (Entry& e : current->entries) {
-            if (sameKey(e.key, key)) {
+            if (EqualsNoCase(e.key, key)) {
                 e.value = value;  // the last of repeated keys counts
                 found = true;
             }
@@ -82,9 +74,9 @@ IniSettingsStore::File& IniSettingsStore::file(const std::string& app) {
 IniSettingsStore::Entry* IniSettingsStore::find(File& f, const std::string& section,
                                                 const std::string& key) {
     for (Section& s : f.sections) {
-        if (!sameKey(s.name, section)) continue;
+        if (!EqualsNoCase(s.name, section)) continue;
         for (Entry& e : s.entries)
-            if (sameKey(e.key, key)) return &e;
+            if (EqualsNoCase(e.key, key)) return &e;
     }
     return nullptr;
 }
@@ -108,7 +100,7 @@ void IniSettingsStore::save(const std::string& app, const std::string& section,
     } else {
         Section* target = nullptr;
         for (Section& s : f.sections)
-            if (sameKey(s.name, section)) target = &s;
+            if (EqualsNoCase(s.name, section)) target = &s;
         if (!target) {
             f.sections.push_back({section, {}});
             target = &f.sections.back();

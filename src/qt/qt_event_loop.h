@@ -4,21 +4,9 @@
 #include <chrono>
 
 #include "platform/event_loop.h"
+#include "platform/steady_clock.h"
 
 namespace ketrel {
-
-// The machine's steady clock, in the units the logic reads.
-class SteadyClock : public Clock {
-  public:
-    SteadyClock() : start_(std::chrono::steady_clock::now()) {}
-    std::int64_t frequency() override { return 1'000'000'000; }
-    std::int64_t counter() override;
-    std::uint32_t tickCount() override;
-    std::int64_t nowMicros() override;
-
-  private:
-    std::chrono::steady_clock::time_point start_;
-};
 
 // The event loop of the desktop program: the shared scheduler driven from Qt's loop by one
 // single-shot timer set to the next deadline, re-armed whenever Qt is about to wait.

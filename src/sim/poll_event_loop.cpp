@@ -9,22 +9,6 @@
 
 namespace ketrel::sim {
 
-std::int64_t SteadyClock::counter() {
-    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() -
-                                                                start_)
-        .count();
-}
-
-std::uint32_t SteadyClock::tickCount() {
-    return static_cast<std::uint32_t>(nowMicros() / 1000);
-}
-
-std::int64_t SteadyClock::nowMicros() {
-    return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
-                                                                 start_)
-        .count();
-}
-
 void PollEventLoop::watch(int fd, std::function<void(short)> fn) {
     watched_[fd] = std::move(fn);
 }

@@ -5,21 +5,9 @@
 #include <map>
 
 #include "platform/event_loop.h"
+#include "platform/steady_clock.h"
 
 namespace ketrel::sim {
-
-// The steady clock of the machine, counted from the clock's making.
-class SteadyClock : public Clock {
-  public:
-    SteadyClock() : start_(std::chrono::steady_clock::now()) {}
-    std::int64_t frequency() override { return 1'000'000'000; }
-    std::int64_t counter() override;
-    std::uint32_t tickCount() override;
-    std::int64_t nowMicros() override;
-
-  private:
-    std::chrono::steady_clock::time_point start_;
-};
 
 // A real-time event loop without a toolkit: the shared scheduler on the steady clock, and
 // file descriptors watched with poll(). The simulator tool runs on it.
