@@ -250,6 +250,11 @@ void InstallMainScreen(App& app) {
         c->setEnabled(false);
         c->markDesign();
     }
+    // Every indicator starts red, as the end of a session leaves them.
+    for (int item = 0; item <= kLastIndicator; ++item) {
+        m.Image1[item].setPicture(kImgRed);
+        m.Image1[item].markDesign();
+    }
     installMenus(app);
     installToolbar(app);
     for (int item = 0; item <= kLastIndicator; ++item)

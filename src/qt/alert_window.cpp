@@ -19,7 +19,7 @@ QWidget* MakeAlertWindow(FrmAlertMIL& alert) {
     auto* row = new QHBoxLayout;
     auto* picture = new QLabel;
     picture->setObjectName("imgAlert");
-    BindPicture(picture, alert.imgAlert, 72);
+    BindPicture(picture, alert.imgAlert, 80);
     row->addWidget(picture, 0, Qt::AlignTop);
     row->addSpacing(14);
 
@@ -40,9 +40,10 @@ QWidget* MakeAlertWindow(FrmAlertMIL& alert) {
     section->setFont(sectionFont);
     BindLabel(section, alert.lblCodeSection[0]);
     texts->addWidget(section);
-    texts->addStretch();
     row->addLayout(texts, 1);
-    v->addLayout(row, 1);
+    v->addStretch(1);
+    v->addLayout(row);
+    v->addStretch(1);
 
     auto* ok = new QPushButton("OK");
     ok->setObjectName("cmdAlertOk");
