@@ -12,6 +12,7 @@
 #include <QTableWidget>
 #include <QToolBar>
 
+#include "qt/pictures.h"
 #include "qt_fixture.h"
 
 namespace ketrel {
@@ -101,7 +102,9 @@ TEST(MainWindow, WidgetsFollowTheirFields) {
         {"inactive", [&] { m.lblCoolant.setEnabled(false); },
          [&] { return !label("lblCoolant")->isEnabled(); }},
         {"picture", [&] { m.Image1[12].setPicture(kImgGreen); },
-         [&] { return !label("Image1(12)")->pixmap().isNull(); }},
+         [&] {
+             return label("Image1(12)")->pixmap().toImage() == PictureFor(kImgGreen, 12).toImage();
+         }},
         {"button", [&] { m.cmdRequestTC.setEnabled(true); },
          [&] { return g.find<QPushButton>("frmMain", "cmdRequestTC")->isEnabled(); }},
         {"vin", [&] { m.txtVin.setText("1FTRX18W1XKA12345"); },
