@@ -1,8 +1,11 @@
 #include "qt/binders.h"
 
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
+#include <QFontMetrics>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
@@ -178,12 +181,17 @@ void BindGrid(QTableWidget* w, Grid& g) {
         applyState(w, g);
         w->setRowCount(g.rows());
         w->setColumnCount(g.cols());
-        // A column of width 0 is hidden; the last one fills what the others leave.
+        // A column of width 0 is hidden; the last one fills what the others leave; a heading
+        // is never cut.
         const bool stretchLast = w->horizontalHeader()->stretchLastSection();
+        QFont bold = w->font();
+        bold.setBold(true);
+        const QFontMetrics heading(bold);
         for (int c = 0; c < g.cols(); ++c) {
             w->setColumnHidden(c, g.colWidth(c) == 0);
-            if (!(stretchLast && c == g.cols() - 1))
-                w->setColumnWidth(c, TwipsToPixels(g.colWidth(c)));
+            if (stretchLast && c == g.cols() - 1) continue;
+            const int need = heading.horizontalAdvance(q(g.text(0, c))) + 14;
+            w->setColumnWidth(c, std::max(TwipsToPixels(g.colWidth(c)), need));
         }
         QColor fixed = w->palette().color(QPalette::Button);
         for (int r = 0; r < g.rows(); ++r) {
