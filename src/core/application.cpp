@@ -4,6 +4,7 @@
 #include "core/session.h"
 
 #include "core/main_menus.h"
+#include "core/main_screen.h"
 #include "core/settings_screen.h"
 #include "core/startup.h"
 
@@ -15,6 +16,7 @@ void InstallApplication(App& app) {
     InstallSettingsScreen(app);
     InstallMainMenus(app);
     InstallSession(app);
+    InstallMainScreen(app);
 }
 
 }  // namespace ketrel

@@ -1,17 +1,23 @@
 #include "qt/binders.h"
 
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
+#include <QFontMetrics>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QToolTip>
 
 #include "qt/pictures.h"
 
@@ -35,6 +41,25 @@ class Observation : public QObject {
   private:
     Observable& model_;
     int id_;
+};
+
+// Runs a function for each event of one type that reaches the watched object.
+class EventHook : public QObject {
+  public:
+    EventHook(QObject* watched, QEvent::Type type, std::function<bool(QEvent*)> fn)
+        : QObject(watched), type_(type), fn_(std::move(fn)) {
+        watched->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == type_) return fn_(event);
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    QEvent::Type type_;
+    std::function<bool(QEvent*)> fn_;
 };
 
 QColor color(std::int64_t c) {
@@ -85,6 +110,15 @@ void BindState(QWidget* w, Control& c) {
     Follow(w, c, [w, &c] { applyState(w, c); });
 }
 
+void BindClick(QWidget* w, Field& f) {
+    new EventHook(w, QEvent::MouseButtonRelease, [w, &f](QEvent* e) {
+        auto* mouse = static_cast<QMouseEvent*>(e);
+        if (mouse->button() == Qt::LeftButton && w->rect().contains(mouse->position().toPoint()))
+            f.click();
+        return false;
+    });
+}
+
 void BindLabel(QLabel* w, Field& f) {
     Follow(w, f, [w, &f] {
         applyState(w, f);
@@ -124,6 +158,19 @@ void BindLineEdit(QLineEdit* w, Field& f) {
 }
 
 void BindGrid(QTableWidget* w, Grid& g) {
+    // The grid decides its tool tip from the cell under the pointer; the view shows it.
+    w->setMouseTracking(true);
+    w->viewport()->setMouseTracking(true);
+    QObject::connect(w, &QTableWidget::cellEntered, w, [&g](int r, int c) { g.mouseMove(r, c); });
+    new EventHook(w->viewport(), QEvent::ToolTip, [w, &g](QEvent* e) {
+        auto* help = static_cast<QHelpEvent*>(e);
+        if (g.toolTip().empty()) {
+            QToolTip::hideText();
+        } else {
+            QToolTip::showText(help->globalPos(), q(g.toolTip()), w->viewport());
+        }
+        return true;
+    });
     w->horizontalHeader()->hide();
     w->verticalHeader()->hide();
     w->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -134,8 +181,18 @@ void BindGrid(QTableWidget* w, Grid& g) {
         applyState(w, g);
         w->setRowCount(g.rows());
         w->setColumnCount(g.cols());
-        for (int c = 0; c < g.cols(); ++c)
-            w->setColumnWidth(c, TwipsToPixels(g.colWidth(c)));
+        // A column of width 0 is hidden; the last one fills what the others leave; a heading
+        // is never cut.
+        const bool stretchLast = w->horizontalHeader()->stretchLastSection();
+        QFont bold = w->font();
+        bold.setBold(true);
+        const QFontMetrics heading(bold);
+        for (int c = 0; c < g.cols(); ++c) {
+            w->setColumnHidden(c, g.colWidth(c) == 0);
+            if (stretchLast && c == g.cols() - 1) continue;
+            const int need = heading.horizontalAdvance(q(g.text(0, c))) + 14;
+            w->setColumnWidth(c, std::max(TwipsToPixels(g.colWidth(c)), need));
+        }
         QColor fixed = w->palette().color(QPalette::Button);
         for (int r = 0; r < g.rows(); ++r) {
             for (int c = 0; c < g.cols(); ++c) {

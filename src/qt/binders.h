@@ -28,6 +28,7 @@ void BindLabel(QLabel* w, Field& f);              // text or picture, colours, s
 void BindButton(QAbstractButton* w, Field& f);    // caption, state; click -> Field::click
 void BindLineEdit(QLineEdit* w, Field& f);        // text both ways
 void BindPicture(QLabel* w, Field& f, int size);  // a field shown by its picture only
+// The pointer over a cell calls Grid::mouseMove; the tool tip shown is the grid's own.
 void BindGrid(QTableWidget* w, Grid& g);
 void BindList(QListWidget* w, ListBox& l);
 void BindCombo(QComboBox* w, ComboBox& c);
@@ -39,6 +40,8 @@ void BindSlider(QSlider* w, Slider& s);
 void BindTabs(QTabWidget* w, Tabs& t);
 // Only the enabled and visible state of a control, on any widget.
 void BindState(QWidget* w, Control& c);
+// A click of the left button on any widget (a picture, a label) runs Field::click.
+void BindClick(QWidget* w, Field& f);
 
 // Pixels of a width in the design's units (twips).
 inline int TwipsToPixels(int twips) {

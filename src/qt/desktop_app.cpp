@@ -6,6 +6,7 @@
 #include "core/application.h"
 #include "core/startup.h"
 #include "platform/ini_settings_store.h"
+#include "qt/alert_window.h"
 #include "qt/main_window.h"
 #include "qt/qt_serial_port.h"
 #include "qt/settings_window.h"
@@ -30,6 +31,8 @@ DesktopApp::DesktopApp(DesktopOptions o) {
                            [this](Screen&) { return MakeSettingsWindow(app_->frmSettings()); });
     windows_->registerView("frmSplash",
                            [this](Screen&) { return MakeSplashWindow(app_->frmSplash()); });
+    windows_->registerView("frmAlertMIL",
+                           [this](Screen&) { return MakeAlertWindow(app_->frmAlertMIL()); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

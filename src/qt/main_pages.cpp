@@ -1,3 +1,4 @@
+#include <QBoxLayout>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -101,20 +102,37 @@ QWidget* frame(Field& f) {
     return w;
 }
 
-QWidget* legend(const std::vector<const char*>& lines) {
+// Key texts that stand on a tab as they are, one under the other or side by side.
+QWidget* legend(const std::vector<const char*>& lines, Qt::Orientation way = Qt::Vertical) {
     auto* w = new QWidget;
-    auto* v = new QVBoxLayout(w);
-    v->setAlignment(Qt::AlignTop);
-    v->setContentsMargins(0, 0, 0, 0);
-    v->setSpacing(1);
+    QBoxLayout* box = way == Qt::Vertical ? static_cast<QBoxLayout*>(new QVBoxLayout(w))
+                                          : static_cast<QBoxLayout*>(new QHBoxLayout(w));
+    box->setAlignment(way == Qt::Vertical ? Qt::AlignTop : Qt::AlignLeft);
+    box->setContentsMargins(0, 0, 0, 0);
+    box->setSpacing(way == Qt::Vertical ? 1 : 24);
     for (const char* line : lines) {
         auto* l = text(line);
+        l->setObjectName("legend");
         QFont f = l->font();
         f.setPointSizeF(f.pointSizeF() * 0.9);
         l->setFont(f);
-        v->addWidget(l);
+        box->addWidget(l);
     }
     return w;
+}
+
+// A frame centred in the space its tab leaves it; the holder follows the frame's visibility.
+QWidget* centred(QWidget* inner, Control& c) {
+    auto* holder = new QWidget;
+    auto* g = new QGridLayout(holder);
+    g->setContentsMargins(0, 0, 0, 0);
+    g->addWidget(inner, 1, 1);
+    for (int edge : {0, 2}) {
+        g->setRowStretch(edge, 1);
+        g->setColumnStretch(edge, 1);
+    }
+    BindState(holder, c);
+    return holder;
 }
 
 }  // namespace
@@ -148,6 +166,7 @@ QWidget* MakeDataPage(FrmMain& m) {
         auto* ind = new QLabel;
         ind->setObjectName(QString("Image1(%1)").arg(view->indicator));
         BindPicture(ind, m.Image1[view->indicator], 12);
+        BindClick(ind, m.Image1[view->indicator]);
         g->addWidget(ind, row.gridRow, col);
         g->addWidget(caption(m.Label1[row.captionItem]), row.gridRow, col + 1);
         g->addWidget(readout(fieldNamed(m, row.label)), row.gridRow, col + 2);
@@ -157,19 +176,21 @@ QWidget* MakeDataPage(FrmMain& m) {
             g->addWidget(text(view->unitText), row.gridRow, col + 3);
         }
     }
-    g->setColumnMinimumWidth(4, 40);
+    g->setColumnMinimumWidth(4, 60);
     g->setColumnMinimumWidth(1, 200);
     g->setColumnMinimumWidth(6, 200);
     g->setColumnMinimumWidth(3, 50);
     g->setColumnMinimumWidth(8, 50);
-    g->setColumnStretch(4, 1);
-    g->setColumnStretch(9, 1);
-    v->addWidget(values);
+    v->addWidget(centred(values, m.Frame14), 1);
     v->addWidget(grid(m.GridData), 1);
-    v->addStretch();
-    v->addWidget(
-        legend({"SECONDARY AIR STATUS:  1 = UPSTREAM FIRST CATALYST     2 = DOWNSTREAM "
-                "FIRST CATALYST INLET     3 = ATOMOSPHERE/OFF"}));
+    auto* air = new QHBoxLayout;
+    air->addWidget(legend({"SECONDARY AIR STATUS:"}));
+    air->addSpacing(12);
+    air->addWidget(legend({"1 = UPSTREAM FIRST CATALYST", "2 = DOWNSTREAM FIRST CATALYST INLET",
+                           "3 = ATOMOSPHERE/OFF"},
+                          Qt::Horizontal),
+                   1);
+    v->addLayout(air);
     return page;
 }
 

@@ -60,15 +60,21 @@ void buildToolbar(QMainWindow* w, FrmMain& m) {
         }
         auto* action = new QAction(bar);
         action->setObjectName(QString::fromStdString("tb" + b.key()));
-        BindToolButton(action, b);
-        bar->addAction(action);
+        QMenu* drop = nullptr;
         if (&b == &m.tbGuage) {
-            // The gauge button carries the drop-down entry for the multi-gauge screen.
-            auto* drop = new QMenu(bar);
-            auto* multi = new QAction(drop);
+            // The gauge button carries the drop-down entry for the multi-gauge screen. A menu
+            // drives the enabled state of the action it belongs to, and a child menu would be
+            // enabled with the window: this one has no parent and goes with the bar.
+            drop = new QMenu;
+            QObject::connect(bar, &QObject::destroyed, [drop] { delete drop; });
+            auto* multi = new QAction(bar);
             BindMenu(multi, m.tbMultiGuage);
             drop->addAction(multi);
             action->setMenu(drop);
+        }
+        BindToolButton(action, b);
+        bar->addAction(action);
+        if (drop) {
             if (auto* tb = qobject_cast<QToolButton*>(bar->widgetForAction(action)))
                 tb->setPopupMode(QToolButton::MenuButtonPopup);
         }

@@ -1,5 +1,6 @@
 #include "sim/sim_vehicle.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace ketrel::sim {
@@ -93,20 +94,26 @@ std::string HexText(const std::vector<std::uint8_t>& bytes) {
 }
 
 SimMessage SimVehicle::frame(const SimEcu& ecu, const std::vector<std::uint8_t>& data) const {
-    SimMessage m;
+    std::uint8_t first = 0x48, second = 0x6B;
     switch (protocol) {
         case Protocol::J1850Vpw:
         case Protocol::Iso9141:
-            m = {0x48, 0x6B, ecu.address};
             break;
         case Protocol::J1850Pwm:
-            m = {0x41, 0x6B, ecu.address};
+            first = 0x41;
             break;
         case Protocol::Iso14230:
-            m = {static_cast<std::uint8_t>(0x80 | (data.size() & 0x3F)), 0xF1, ecu.address};
+            first = static_cast<std::uint8_t>(0x80 | (data.size() & 0x3F));
+            second = 0xF1;
             break;
     }
-    m.insert(m.end(), data.begin(), data.end());
+    // Sized once: growing a three-byte header by the data trips a false overread warning of
+    // GCC 12 in optimised builds.
+    SimMessage m(3 + data.size());
+    m[0] = first;
+    m[1] = second;
+    m[2] = ecu.address;
+    std::copy(data.begin(), data.end(), m.begin() + 3);
     bool j1850 = protocol == Protocol::J1850Vpw || protocol == Protocol::J1850Pwm;
     m.push_back(j1850 ? J1850Crc(m) : ByteSum(m));
     return m;
