@@ -99,6 +99,12 @@ void BuildDataGrid(App& app) {
     g.clear();
     g.setRows(20);
     g.setCols(7);
+    // Names, values and units in two blocks with a narrow spacer between (screen units).
+    const int widths[] = {3300, 1500, 1300, 400, 3300, 1500, 1300};
+    for (int c = 0; c < 7; ++c)
+        g.setColWidth(c, widths[c]);
+    for (int c : {1, 5})
+        g.setColAlign(c, Align::Center);
     for (int block : {0, 4}) {
         g.setText(0, block, "PID");
         g.setText(0, block + 1, "VALUE");
