@@ -72,14 +72,15 @@ void HandleDorvaneChunk(App& app, const std::string& chunk) {
         app.ConverterVersion = chunk.substr(1, 4);
     }
     if (first != 'V') {
-        m.txtInputDORVANE.setText(m.txtInputDORVANE.text() + chunk);
+        m.txtInputDORVANE.setText(GatherDorvaneFrame(m.txtInputDORVANE.text(), chunk));
         return;
     }
     SetDorvaneFrame(app, m.txtInputDORVANE.text());
     m.LogData.addItem(app.RawFrame);
     DORVANERECEIVE(app);
     if (app.Recording) recordFrame(app, app.RawFrame);
-    m.txtInputDORVANE.setText(chunk);
+    if (app.hooks.FrameDecoded) app.hooks.FrameDecoded();
+    m.txtInputDORVANE.setText(GatherDorvaneFrame("", chunk));
     m.panel(1).setText("CONNECTION STATUS:  CONNECTED");
 }
 

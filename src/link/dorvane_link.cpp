@@ -132,7 +132,7 @@ void DORVANEConnectingReceive(App& app) {
     }
     if (first != 'V') {
         LogLine(app, "NO V DETECTED:  " + in);
-        c.txtConnectingInput.setText(c.txtConnectingInput.text() + in);
+        c.txtConnectingInput.setText(GatherDorvaneFrame(c.txtConnectingInput.text(), in));
         LogLine(app, "EXIT SUB");
         return;
     }
@@ -143,7 +143,7 @@ void DORVANEConnectingReceive(App& app) {
     if (app.RxMode == "01" && app.RxPID == "00") m.lblECMAddress.setText(mid(app.RawFrame, 6, 2));
     LogLine(app, "LOOKUP DATA IN PROCESS:");
     DORVANERECEIVE(app);
-    c.txtConnectingInput.setText(in);
+    c.txtConnectingInput.setText(GatherDorvaneFrame("", in));
     LogLine(app, "V DETECTED");
     if (app.Mode1ListRead && app.Mode2ListRead) linkUpAfterLists(app);
 }

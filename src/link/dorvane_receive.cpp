@@ -140,6 +140,11 @@ void DORVANERECEIVE(App& app) {
     }
 }
 
+std::string GatherDorvaneFrame(const std::string& sofar, const std::string& chunk) {
+    if (sofar.size() >= kDorvaneFrameCap) return sofar;
+    return sofar + chunk.substr(0, kDorvaneFrameCap - sofar.size());
+}
+
 void SetDorvaneFrame(App& app, const std::string& frame) {
     auto upper = [](char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : c; };
     app.RawFrame = frame;

@@ -1,9 +1,18 @@
 #pragma once
+#include <cstddef>
 #include <string>
 
 namespace ketrel {
 
 class App;
+
+// The most text a frame of this converter is gathered to. Real frames are under 100
+// characters; a converter that sends rubbish with no frame start must not grow the buffer
+// (and every copy of it) without end. What goes past it is dropped.
+inline constexpr std::size_t kDorvaneFrameCap = 1024;
+
+// The frame text gathered so far with the next chunk added, cut at kDorvaneFrameCap.
+std::string GatherDorvaneFrame(const std::string& sofar, const std::string& chunk);
 
 // Takes one complete DORVANE frame (RawFrame, RxMode and RxPID already set): restarts the
 // watchdog, cuts the data bytes into ByteValue, ByteHex and ByteBits by the converter's column

@@ -210,7 +210,7 @@ std::int64_t DorvaneConverter::scheduleAnswer(std::int64_t at, std::string text)
     pieces.push_back(text.substr(from));
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         later(at, [this, piece = pieces[i]] { emit(piece); });
-        at += textMicros(pieces[i].size());
+        if (timing.lineTime) at += textMicros(pieces[i].size());
         if (i + 1 < pieces.size()) at += timing.splitGapMs * kMs;
     }
     return at;

@@ -52,6 +52,9 @@ struct SessionHooks {
     std::function<void()> CancelConnect;
     // Writes one frame to the log being recorded (set by the recorder while it records).
     std::function<void(const std::string&)> RecordFrame;
+    // Runs after each frame of the scan has been decoded, RawFrame holding it (a headless
+    // run writes its values out here).
+    std::function<void()> FrameDecoded;
 };
 
 // The application object: the one block of session variables, under the names the whole

@@ -129,6 +129,44 @@ TEST(DorvaneConverter, IdleItSyncsEverySecondAndBusyItIgnoresCharacters) {
     EXPECT_EQ(r.converter.commands().size(), 1u);
 }
 
+TEST(DorvaneConverter, FastTimingAnswersAtOnceAndSyncsAsSoonAsTheLineIsFree) {
+    struct Case {
+        const char* name;
+        DorvaneTiming timing;
+        double answerAfterMs;  // from the command's last byte to the answer's first
+        double syncAfterMs;    // from the answer's last byte on the line to the "S"
+        double idleSyncMs;
+    };
+    const Case cases[] = {
+        {"real timing", DorvaneTiming{}, 40, 10, 1000},
+        // The wire still takes its time per character, so "S" follows the answer's end.
+        {"fast", DorvaneTiming::Fast(), 0, 0, 50},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Rig r;
+        r.converter.timing = c.timing;
+        r.wire.clearEvents();
+        ASSERT_EQ(r.ask("010C07").size(), 2u);
+        std::vector<WireEvent> bursts;
+        std::int64_t lastHostByte = 0;
+        for (const WireEvent& e : r.wire.events()) {
+            if (e.kind == WireEvent::Kind::HostByte) lastHostByte = e.atMicros;
+            if (e.kind == WireEvent::Kind::DeviceBurst) bursts.push_back(e);
+        }
+        ASSERT_EQ(bursts.size(), 2u);
+        std::int64_t answerEnd =
+            bursts[0].atMicros + SimWire::byteMicros(19200, bursts[0].bytes.size());
+        EXPECT_NEAR((bursts[0].atMicros - lastHostByte) / 1000.0, c.answerAfterMs, 0.01);
+        EXPECT_NEAR((bursts[1].atMicros - answerEnd) / 1000.0, c.syncAfterMs, 0.01);
+        r.chunks.clear();
+        r.times.clear();
+        r.loop.runUntil([&] { return r.chunks.size() == 2; }, 3000);
+        ASSERT_EQ(r.chunks.size(), 2u);
+        EXPECT_NEAR(r.times[1] - r.times[0], c.idleSyncMs, 0.01);
+    }
+}
+
 TEST(DorvaneConverter, APauseInsideACommandThrowsThePartAway) {
     Rig r;
     r.port->output("010");

@@ -140,6 +140,59 @@ TEST(KetrelExport, OptionsAreCheckedBeforeAnythingIsRead) {
     EXPECT_EQ(help.out.rfind("Usage: ketrel-export", 0), 0u);
 }
 
+TEST(KetrelExport, LiveSessionOptionsAreCheckedAndKeptApartFromTheLogOnes) {
+    struct Case {
+        std::vector<std::string> args;
+        const char* error;  // "" when the line is good
+        std::string hardware, port;
+        double seconds;
+    } cases[] = {
+        {{"--connect"}, "", "", "", 0},
+        {{"--connect", "--hardware", "dorvane", "--port", "/tmp/car", "--seconds", "6"},
+         "",
+         kDorvane,
+         "/tmp/car",
+         6},
+        {{"--connect", "--hardware=DORVANE PROTOCOL CONVERTER", "--port=3", "--seconds=0.5"},
+         "",
+         kDorvane,
+         "3",
+         0.5},
+        {{"--connect", "--hardware", "Br3"}, "", kBr3, "", 0},  // refused later, when it runs
+        {{"--connect", "--hardware", "elm"}, "unknown converter \"elm\"", "", "", 0},
+        {{"--connect", "--hardware"}, "--hardware wants", "", "", 0},
+        {{"--connect", "--port", "COM3"}, "neither a port number nor a device path", "", "", 0},
+        {{"--connect", "--port", "0"}, "neither a port number", "", "", 0},
+        {{"--connect", "--port="}, "--port wants", "", "", 0},
+        {{"--connect", "--seconds", "0"}, "above 0, not \"0\"", "", "", 0},
+        {{"--connect", "--seconds", "-3"}, "above 0", "", "", 0},
+        {{"--connect", "--seconds", "5s"}, "above 0, not \"5s\"", "", "", 0},
+        {{"--connect", "--seconds", "nan"}, "above 0", "", "", 0},
+        {{"--connect", "session.log"}, "--connect reads no log", "", "", 0},
+        {{"--connect", "--type", "DORVANE"}, "--type is for logs", "", "", 0},
+        {{"--connect", "--final"}, "--final is for logs", "", "", 0},
+        {{"--seconds", "6"}, "need --connect", "", "", 0},
+        {{"--port", "/dev/ttyUSB0", "session.log"}, "need --connect", "", "", 0},
+    };
+    for (const Case& c : cases) {
+        std::string line;
+        for (const std::string& a : c.args)
+            line += a + " ";
+        SCOPED_TRACE(line);
+        exporter::ExportOptions o;
+        std::string error = exporter::ParseExportArgs(c.args, o);
+        if (*c.error) {
+            EXPECT_NE(error.find(c.error), std::string::npos) << error;
+            continue;
+        }
+        EXPECT_EQ(error, "");
+        EXPECT_TRUE(o.connect);
+        EXPECT_EQ(o.hardware, c.hardware);
+        EXPECT_EQ(o.port, c.port);
+        EXPECT_DOUBLE_EQ(o.seconds, c.seconds);
+    }
+}
+
 TEST(KetrelExport, CsvCellsAreQuotedOnlyWhenTheyNeedIt) {
     struct Case {
         const char *text, *cell;

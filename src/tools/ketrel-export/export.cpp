@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
+#include <cstdlib>
+#include <functional>
 #include <utility>
 
 #include "export_session.h"
 #include "link/log_frames.h"
+#include "link/port_number.h"
 #include "obd/value_fields.h"
 #include "screens/data_tab_layout.h"
 
@@ -38,35 +42,6 @@ std::string ParseUnits(const std::string& text, ExportOptions& options) {
     options.speed = parts[1];
     options.pressure = parts[2];
     return {};
-}
-
-// A value field of the export: its column name and the field.
-using Column = std::pair<std::string, const Field*>;
-
-// Every value the decoders write: the data tab in grid order, the OBD design, the freeze
-// frame, then the extended data screen (named with its screen, as lblTps exists on both).
-std::vector<Column> ValueColumns(App& app) {
-    std::vector<Column> cols;
-    FrmMain& m = app.frmMain();
-    for (const DataTabRow& row : kDataTabRows)
-        cols.emplace_back(row.label, static_cast<const Field*>(m.findControl(row.label)));
-    cols.emplace_back("lblOBDDesign", &m.lblOBDDesign);
-    for (Field* f : FreezeFrameFields(app))
-        cols.emplace_back(f->name(), f);
-    for (Field* f : app.frmNewPids().valueFields())
-        cols.emplace_back("frmNewPids." + f->name(), f);
-    return cols;
-}
-
-// The CSV header: "frame" and the column of every value field.
-void WriteHeader(const std::vector<Column>& columns, std::ostream& out) {
-    std::string row = "frame";
-    for (const Column& c : columns) {
-        row += ',';
-        AppendCsvCell(row, c.first);
-    }
-    row += '\n';
-    out << row;
 }
 
 // Tabs and line ends written as \t, \n, \r, backslash as \\, so one field stays on one line.
@@ -142,8 +117,59 @@ void AppendCsvCell(std::string& row, const std::string& text) {
     row += '"';
 }
 
+std::vector<Column> ValueColumns(App& app) {
+    std::vector<Column> cols;
+    FrmMain& m = app.frmMain();
+    for (const DataTabRow& row : kDataTabRows)
+        cols.emplace_back(row.label, static_cast<const Field*>(m.findControl(row.label)));
+    cols.emplace_back("lblOBDDesign", &m.lblOBDDesign);
+    for (Field* f : FreezeFrameFields(app))
+        cols.emplace_back(f->name(), f);
+    for (Field* f : app.frmNewPids().valueFields())
+        cols.emplace_back("frmNewPids." + f->name(), f);
+    return cols;
+}
+
+void WriteCsvHeader(const std::vector<Column>& columns, std::ostream& out) {
+    std::string row = "frame";
+    for (const Column& c : columns) {
+        row += ',';
+        AppendCsvCell(row, c.first);
+    }
+    row += '\n';
+    out << row;
+}
+
+void WriteCsvRow(const std::string& frame, const std::vector<Column>& columns, std::string& row,
+                 std::ostream& out) {
+    row.clear();
+    AppendCsvCell(row, frame);
+    for (const Column& c : columns) {
+        row += ',';
+        AppendCsvCell(row, c.second->text());
+    }
+    row += '\n';
+    out.write(row.data(), std::streamsize(row.size()));
+}
+
+std::string ConverterByName(const std::string& word) {
+    auto upper = [](std::string s) {
+        for (char& c : s)
+            c = char(std::toupper(static_cast<unsigned char>(c)));
+        return s;
+    };
+    std::string w = upper(word);
+    for (const char* name : {kDorvane, kBr3, kKesh, kTactrix}) {
+        std::string full = name;
+        if (w == full || (!w.empty() && w == full.substr(0, full.find(' ')))) return full;
+    }
+    return {};
+}
+
 std::string ExportUsage() {
     return "Usage: ketrel-export [options] [LOG]\n"
+           "       ketrel-export --connect [--hardware NAME] [--port N|PATH] [--seconds S]\n"
+           "                     [--units T,S,P]\n"
            "Decodes a recorded log as the log player does and writes the values as CSV:\n"
            "a header line \"frame,<field>,...\" and one row per frame with the text of every\n"
            "value field after that frame. Reads LOG, or the standard input when LOG is\n"
@@ -152,42 +178,124 @@ std::string ExportUsage() {
            "Options:\n"
            "  --type WORD      interface type of the log: DORVANE (default), BR3, BR3ISO,\n"
            "                   KESHISO-9141, TACTRIXISO-9141\n"
-           "  --units T,S,P    unit settings: F|C, MPH|KPH, PSI|kPa (default F,MPH,PSI)\n"
+           "  --units T,S,P    unit settings: F|C, MPH|KPH, PSI|kPa (default F,MPH,PSI; with\n"
+           "                   --connect, the ones in the settings)\n"
            "  --final          instead of CSV, every field after the last frame as\n"
            "                   name<TAB>text, sorted by name; list boxes as name<TAB>a,b;\n"
            "                   grid cells as grid[row,col]<TAB>text\n"
-           "  --help           this text\n";
+           "  --help           this text\n"
+           "\n"
+           "Live session, without a window:\n"
+           "  --connect        connects to the converter as the program does and writes the\n"
+           "                   same CSV, one row per frame the scan decodes, until the time\n"
+           "                   is up, the link is lost or the run is interrupted (Ctrl-C,\n"
+           "                   SIGTERM). Status lines and message boxes go to the standard\n"
+           "                   error; a question is answered with Cancel, or its first button.\n"
+           "                   Settings are read from $XDG_CONFIG_HOME/Ketrel/Ketrel.ini\n"
+           "                   (~/.config when unset) and never written.\n"
+           "  --hardware NAME  the converter: \"DORVANE PROTOCOL CONVERTER\" or DORVANE (the\n"
+           "                   others are not available yet); default: the settings' one\n"
+           "  --port N|PATH    the port number, or the device's path such as /dev/ttyUSB0;\n"
+           "                   default: the settings' one\n"
+           "  --seconds S      scan for S seconds (decimals allowed); default: until\n"
+           "                   interrupted\n"
+           "\n"
+           "Exit status:\n"
+           "  0  done: the log exported, or the live run ended by its time or an interrupt\n"
+           "  1  the log held no frame or could not be read or written; or the live link\n"
+           "     could not be made, or was lost\n"
+           "  2  bad command line, or a log type or converter that is not available yet\n";
 }
 
+namespace {
+
+// The options of a live session; false when `a` is none of them. An error goes to `error`.
+bool TakeLiveOption(const std::string& a, const std::function<bool(std::string&)>& takeValue,
+                    ExportOptions& options, std::string& error) {
+    auto is = [&](const std::string& name) { return a == name || a.rfind(name + "=", 0) == 0; };
+    std::string value;
+    if (a == "--connect") {
+        options.connect = true;
+    } else if (is("--hardware")) {
+        if (!takeValue(value)) {
+            error = "--hardware wants a converter's name";
+        } else if (options.hardware = ConverterByName(value); options.hardware.empty()) {
+            error = "unknown converter \"" + value + "\"; known: \"" + kDorvane + "\", \"" + kBr3 +
+                    "\", \"" + kKesh + "\", \"" + kTactrix + "\"";
+        }
+    } else if (is("--port")) {
+        if (!takeValue(value) || value.empty()) {
+            error = "--port wants a port number or a device path";
+        } else if (value.find('/') == std::string::npos) {
+            try {
+                PortNumber(value);
+            } catch (const SerialError&) {
+                error = "--port \"" + value + "\" is neither a port number nor a device path";
+            }
+        }
+        options.port = value;
+    } else if (is("--seconds")) {
+        char* end = nullptr;
+        double s = takeValue(value) ? std::strtod(value.c_str(), &end) : 0;
+        if (value.empty() || end != value.c_str() + value.size() || !(s > 0) || s > 1e7) {
+            error = "--seconds wants a number of seconds above 0, not \"" + value + "\"";
+        }
+        options.seconds = s;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// Options that only one of the two modes takes.
+std::string CheckModes(const ExportOptions& o, bool typeGiven) {
+    if (o.connect) {
+        if (!o.input.empty()) return "--connect reads no log; \"" + o.input + "\" is left over";
+        if (typeGiven) return "--type is for logs; --connect takes --hardware";
+        if (o.final) return "--final is for logs, not for --connect";
+        return {};
+    }
+    if (!o.hardware.empty() || !o.port.empty() || o.seconds > 0)
+        return "--hardware, --port and --seconds need --connect";
+    return {};
+}
+
+}  // namespace
+
 std::string ParseExportArgs(const std::vector<std::string>& args, ExportOptions& options) {
-    bool inputSeen = false;
+    bool inputSeen = false, typeGiven = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
         // The value of "--name VALUE" or "--name=VALUE"; false when it is missing.
-        std::string value;
-        auto takeValue = [&](const std::string& name) {
-            if (a.rfind(name + "=", 0) == 0) {
-                value = a.substr(name.size() + 1);
+        auto takeValue = [&](std::string& value) {
+            std::size_t eq = a.find('=');
+            if (a.rfind("--", 0) == 0 && eq != std::string::npos) {
+                value = a.substr(eq + 1);
                 return true;
             }
-            if (a != name || i + 1 >= args.size()) return false;
+            if (i + 1 >= args.size()) return false;
             value = args[++i];
             return true;
         };
         auto is = [&](const std::string& name) { return a == name || a.rfind(name + "=", 0) == 0; };
+        std::string value, error;
         if (a == "--help" || a == "-h") {
             options.help = true;
         } else if (a == "--final") {
             options.final = true;
         } else if (is("--type")) {
-            if (!takeValue("--type")) return "--type wants an interface type";
+            if (!takeValue(value)) return "--type wants an interface type";
             if (std::find(kTypes.begin(), kTypes.end(), value) == kTypes.end())
                 return "unknown interface type \"" + value +
                        "\"; known: DORVANE, BR3, BR3ISO, KESHISO-9141, TACTRIXISO-9141";
             options.type = value;
+            typeGiven = true;
         } else if (is("--units")) {
-            if (!takeValue("--units")) return "--units wants TEMP,SPEED,PRESSURE";
-            std::string error = ParseUnits(value, options);
+            if (!takeValue(value)) return "--units wants TEMP,SPEED,PRESSURE";
+            error = ParseUnits(value, options);
+            if (!error.empty()) return error;
+            options.unitsGiven = true;
+        } else if (TakeLiveOption(a, takeValue, options, error)) {
             if (!error.empty()) return error;
         } else if (a.size() > 1 && a[0] == '-') {
             return "unknown option \"" + a + "\" (see --help)";
@@ -197,7 +305,7 @@ std::string ParseExportArgs(const std::vector<std::string>& args, ExportOptions&
             options.input = a;
         }
     }
-    return {};
+    return options.help ? std::string() : CheckModes(options, typeGiven);
 }
 
 int RunExport(const ExportOptions& options, std::istream& in, const std::string& inputName,
@@ -229,15 +337,8 @@ int RunExport(const ExportOptions& options, std::istream& in, const std::string&
             err << "ketrel-export: " << session.dialogs().context << ": " << e.what() << '\n';
         }
         if (options.final) continue;
-        if (frames == 1) WriteHeader(columns, out);
-        row.clear();
-        AppendCsvCell(row, frame.text);
-        for (const Column& c : columns) {
-            row += ',';
-            AppendCsvCell(row, c.second->text());
-        }
-        row += '\n';
-        out.write(row.data(), std::streamsize(row.size()));
+        if (frames == 1) WriteCsvHeader(columns, out);
+        WriteCsvRow(frame.text, columns, row, out);
     }
     if (in.bad()) {
         err << "ketrel-export: " << inputName << ": read error after line " << reader.lines()

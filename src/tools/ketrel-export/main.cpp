@@ -2,8 +2,11 @@
 #include <iostream>
 
 #include "export.h"
+#ifdef KETREL_LIVE
+#include "live_session.h"
+#endif
 
-// ketrel-export: the command line around RunExport.
+// ketrel-export: the command line around RunExport, and around a live session with --connect.
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     using namespace ketrel::exporter;
@@ -11,18 +14,26 @@ int main(int argc, char** argv) {
     std::string error = ParseExportArgs(std::vector<std::string>(argv + 1, argv + argc), options);
     if (!error.empty()) {
         std::cerr << "ketrel-export: " << error << '\n';
-        return 2;
+        return kExitUsage;
     }
     if (options.help) {
         std::cout << ExportUsage();
-        return 0;
+        return kExitOk;
+    }
+    if (options.connect) {
+#ifdef KETREL_LIVE
+        return RunLive(argc, argv, options);
+#else
+        std::cerr << "ketrel-export: this build has no live sessions (it was made without Qt)\n";
+        return kExitUsage;
+#endif
     }
     if (options.input.empty() || options.input == "-")
         return RunExport(options, std::cin, "standard input", std::cout, std::cerr);
     std::ifstream file(options.input, std::ios::binary);
     if (!file) {
         std::cerr << "ketrel-export: cannot open \"" << options.input << "\"\n";
-        return 1;
+        return kExitFailed;
     }
     return RunExport(options, file, options.input, std::cout, std::cerr);
 }

@@ -1,7 +1,7 @@
 // ketrel-sim: runs a simulated converter and vehicle on a pseudo-terminal, in real time, so
 // that the program (or any terminal tool) can open it as it would a serial port.
 //
-//   ketrel-sim --converter dorvane [--vehicle FILE] [--link PATH] [--verbose]
+//   ketrel-sim --converter dorvane [--vehicle FILE] [--link PATH] [--fast] [--verbose]
 //
 // Prints the terminal's device path on the first line of standard output and runs until it
 // is interrupted (SIGINT, SIGTERM); the symbolic link made with --link is removed on exit.
@@ -34,15 +34,20 @@ struct Options {
     std::string vehicleFile;
     std::string linkPath;
     bool verbose = false;
+    bool fast = false;
 };
 
 constexpr const char* kUsage =
-    "usage: ketrel-sim --converter dorvane [--vehicle FILE] [--link PATH] [--verbose]\n"
+    "usage: ketrel-sim --converter dorvane [--vehicle FILE] [--link PATH] [--fast]\n"
+    "                  [--verbose]\n"
     "  --converter NAME  the converter to simulate: dorvane (br3, kesh and tactrix are not\n"
     "                    available yet)\n"
     "  --vehicle FILE    the simulated vehicle (see data/sim/*.vehicle); a built-in car if\n"
     "                    not given\n"
     "  --link PATH       also make a symbolic link PATH to the terminal's device\n"
+    "  --fast            answer at once: no wait for the vehicle and no time on the line,\n"
+    "                    only a 2 ms pause before each \"S\", and \"S\" again after 50 ms\n"
+    "                    without a command (for measuring the program)\n"
     "  --verbose         log every byte received and sent on standard error\n";
 
 // Reads the command line; an error message, or nothing when it is fine.
@@ -60,6 +65,8 @@ std::optional<std::string> parse(int argc, char** argv, Options& o) {
             if (!value(o.vehicleFile)) return "--vehicle needs a file";
         } else if (a == "--link") {
             if (!value(o.linkPath)) return "--link needs a path";
+        } else if (a == "--fast") {
+            o.fast = true;
         } else if (a == "--verbose") {
             o.verbose = true;
         } else if (a == "--help" || a == "-h") {
@@ -124,6 +131,7 @@ int main(int argc, char** argv) {
 
     PollEventLoop loop;
     DorvaneConverter converter(setup.vehicle, setup.firmware);
+    if (opt.fast) converter.timing = DorvaneTiming::Fast();
     PtyLink link(loop, converter);
     if (opt.verbose) {
         auto stamp = [&loop] {

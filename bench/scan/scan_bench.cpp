@@ -1,0 +1,176 @@
+// The scan cycle's pace: ketrel-sim answers at once on a pseudo-terminal (--fast), and a
+// headless session, the same one as ketrel-export --connect, scans it for a while. Reports
+// frames per second from the first decoded frame to the last, and the processor time (user
+// and system) this process spent per frame over the same stretch. The simulator is another
+// process, so its own time is not counted.
+//
+//   bench_scan [--seconds N] [--real-timing] [--sim PATH]
+//
+// --real-timing keeps the simulator's converter and vehicle delays, for comparison.
+//
+// The car is the sample car without PID 1C: the poll position of that PID sends nothing, so
+// the converter would wait for a command until its idle "S", a pause in every round that
+// says nothing about the program.
+
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "live_session.h"
+#include "state/app.h"
+
+namespace {
+
+using Steady = std::chrono::steady_clock;
+
+// A stream that takes everything and keeps nothing: the CSV is made but goes nowhere.
+class NullBuffer : public std::streambuf {
+  protected:
+    int overflow(int c) override { return c; }
+    std::streamsize xsputn(const char*, std::streamsize n) override { return n; }
+};
+
+double CpuSeconds() {
+    rusage u{};
+    getrusage(RUSAGE_SELF, &u);
+    auto seconds = [](const timeval& t) { return double(t.tv_sec) + double(t.tv_usec) / 1e6; };
+    return seconds(u.ru_utime) + seconds(u.ru_stime);
+}
+
+// The sample car with PID 1C taken out of its engine module's list; the file's path.
+std::filesystem::path CarWithout1C(const std::filesystem::path& folder) {
+    std::ifstream in(std::string(KETREL_DATA_DIR) + "/sim/idle_then_drive.vehicle");
+    std::ostringstream out;
+    for (std::string line; std::getline(in, line);) {
+        if (line.rfind("mode1", 0) == 0) {
+            std::size_t at = line.find(" 1C");
+            if (at != std::string::npos) line.erase(at, 3);
+        }
+        out << line << '\n';
+    }
+    std::filesystem::path p = folder / "bench.vehicle";
+    std::ofstream(p) << out.str();
+    return p;
+}
+
+// The simulator as a child process; its first line of output says it is ready.
+class Simulator {
+  public:
+    Simulator(const std::string& binary, const std::string& link, const std::string& vehicle,
+              bool fast) {
+        int out[2];
+        if (::pipe(out) != 0) return;
+        pid_ = ::fork();
+        if (pid_ == 0) {
+            ::dup2(out[1], 1);
+            ::close(out[0]);
+            std::vector<std::string> args{binary, "--converter", "dorvane", "--link",
+                                          link,   "--vehicle",   vehicle};
+            if (fast) args.push_back("--fast");
+            std::vector<char*> argv;
+            for (auto& a : args)
+                argv.push_back(a.data());
+            argv.push_back(nullptr);
+            ::execv(binary.c_str(), argv.data());
+            ::_exit(127);
+        }
+        ::close(out[1]);
+        char c = 0;
+        while (::read(out[0], &c, 1) == 1 && c != '\n') {
+        }
+        ::close(out[0]);
+    }
+    ~Simulator() {
+        if (pid_ <= 0) return;
+        ::kill(pid_, SIGTERM);
+        ::waitpid(pid_, nullptr, 0);
+    }
+    bool started() const { return pid_ > 0; }
+
+  private:
+    pid_t pid_ = -1;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    double seconds = 10;
+    bool fast = true;
+    std::string sim = KETREL_SIM_BINARY;
+    for (int i = 1; i < argc; ++i) {
+        std::string a = argv[i];
+        if (a == "--seconds" && i + 1 < argc) {
+            seconds = std::atof(argv[++i]);
+        } else if (a == "--real-timing") {
+            fast = false;
+        } else if (a == "--sim" && i + 1 < argc) {
+            sim = argv[++i];
+        } else {
+            std::cerr << "usage: bench_scan [--seconds N] [--real-timing] [--sim PATH]\n";
+            return 2;
+        }
+    }
+    QCoreApplication qapp(argc, argv);
+    auto folder = std::filesystem::temp_directory_path() /
+                  ("ketrel-scan-bench-" + std::to_string(::getpid()));
+    std::filesystem::create_directories(folder / "Log");
+    int status = 1;
+    {
+        Simulator simulator(sim, (folder / "car").string(), CarWithout1C(folder).string(), fast);
+        if (!simulator.started()) {
+            std::cerr << "bench_scan: can't start " << sim << "\n";
+            return 1;
+        }
+        ketrel::exporter::ExportOptions options;
+        options.connect = true;
+        options.hardware = ketrel::kDorvane;
+        options.port = (folder / "car").string();
+        options.seconds = seconds;
+        NullBuffer nothing;
+        std::ostream csv(&nothing);
+        std::ostringstream messages;
+        ketrel::exporter::LiveSession session(options, {folder / "config", folder}, csv, messages);
+
+        long frames = 0;
+        Steady::time_point firstAt, lastAt;
+        double firstCpu = 0, lastCpu = 0;
+        ketrel::App& app = session.app();
+        auto writeRow = app.hooks.FrameDecoded;
+        app.hooks.FrameDecoded = [&] {
+            writeRow();
+            lastAt = Steady::now();
+            lastCpu = CpuSeconds();
+            if (frames++ == 0) {
+                firstAt = lastAt;
+                firstCpu = lastCpu;
+            }
+        };
+        status = session.run();
+        if (frames < 2) {
+            std::cerr << "bench_scan: the session decoded " << frames << " frames\n"
+                      << messages.str();
+        } else {
+            double wall = std::chrono::duration<double>(lastAt - firstAt).count();
+            double perFrame = (lastCpu - firstCpu) / double(frames - 1);
+            std::printf("converter: %s\n", fast ? "answers at once (--fast)" : "real timing");
+            std::printf("frames: %ld in %.2f s\n", frames, wall);
+            std::printf("frames per second: %.1f\n", double(frames - 1) / wall);
+            std::printf("processor time per frame: %.1f us (%.1f %% of one core)\n", perFrame * 1e6,
+                        100.0 * (lastCpu - firstCpu) / wall);
+        }
+    }
+    std::filesystem::remove_all(folder);
+    return status;
+}

@@ -1,0 +1,272 @@
+// What the program does when the converter sends what it should not: noise, one character
+// at a time, an endless frame, half a frame, or nothing at all because it was pulled out.
+// Each case must end in the program's own messages, never in a crash or a wait without end.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "core/scan_cycle.h"
+#include "flow/dorvane_rig.h"
+#include "link/dorvane_receive.h"
+
+namespace ketrel::test {
+namespace {
+
+// A repeatable stream of bytes of any value.
+class Noise {
+  public:
+    explicit Noise(std::uint32_t seed) : state_(seed) {}
+    unsigned char byte() {
+        state_ = state_ * 1664525u + 1013904223u;
+        return static_cast<unsigned char>(state_ >> 24);
+    }
+    std::string bytes(std::size_t n) {
+        std::string s;
+        for (std::size_t i = 0; i < n; ++i)
+            s += char(byte());
+        return s;
+    }
+    // Bytes of any value but "V", "S" and "P", so that none starts a frame, asks for a
+    // request or says the converter is searching.
+    std::string inert(std::size_t n) {
+        std::string s;
+        while (s.size() < n) {
+            char c = char(byte());
+            if (c != 'V' && c != 'S' && c != 'P') s += c;
+        }
+        return s;
+    }
+
+  private:
+    std::uint32_t state_;
+};
+
+// Sends bytes from the converter's end of the wire `ms` after now, as the device would.
+void SendAt(DorvaneRig& r, int ms, std::string bytes) {
+    r.wire.after(std::int64_t(ms) * 1000, [&r, b = std::move(bytes)] { r.wire.send(b); });
+}
+
+// What a test watches while the bytes come: decoded frames, and the longest text the
+// frame buffer and a decoded frame ever held.
+struct Watch {
+    explicit Watch(App& app) {
+        for (Field* input :
+             {&app.frmMain().txtInputDORVANE, &app.frmConnecting().txtConnectingInput}) {
+            input->observe(
+                [this, input] { longestInput = std::max(longestInput, input->text().size()); });
+        }
+        app.hooks.FrameDecoded = [this, &app] {
+            ++frames;
+            longestFrame = std::max(longestFrame, app.RawFrame.size());
+        };
+    }
+    long frames = 0;
+    std::size_t longestInput = 0, longestFrame = 0;
+};
+
+const char* const kWatchdogTitle = "Communication Not Found";
+const char* const kConnectTitle = "No Communication";
+
+std::vector<std::string> Titles(const DorvaneRig& r) {
+    std::vector<std::string> v;
+    for (const MessageBox& b : r.t.dialogs.shown())
+        v.push_back(b.title);
+    return v;
+}
+
+// A session that is up and scanning, with a limit on virtual time that a hang would hit.
+void ConnectAndScan(DorvaneRig& r) {
+    r.connect();
+    ASSERT_TRUE(r.app().Connected);
+    r.run(1000);
+    r.t.loop.setLimitMs(r.t.loop.nowMs() + 120000);
+}
+
+TEST(BadConverterInput, RubbishInASessionEndsInTheWatchdogsMessageWithTheBufferBounded) {
+    struct Case {
+        const char* name;
+        // Bursts to send, each at its time in ms after the converter fell silent.
+        std::vector<std::pair<int, std::string>> bursts;
+    };
+    Noise noise(7);
+    Case cases[3] = {{"random bytes, any value", {}},
+                     {"rubbish without a frame start, one character at a time", {}},
+                     {"rubbish without a frame start, 9 kB in big bursts", {}}};
+    for (int ms = 0; ms < 5000; ms += 5)
+        cases[0].bursts.emplace_back(ms, noise.bytes(1 + noise.byte() % 8));
+    for (int ms = 0; ms < 5000; ms += 1)
+        cases[1].bursts.emplace_back(ms, noise.inert(1));
+    for (int ms = 0; ms < 5000; ms += 500)
+        cases[2].bursts.emplace_back(ms, noise.inert(900));
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        DorvaneRig r;
+        ConnectAndScan(r);
+        Watch w(r.app());
+        r.converter.setSilent(true);
+        for (const auto& [ms, bytes] : c.bursts)
+            SendAt(r, ms, bytes);
+        r.run(30000);
+        EXPECT_FALSE(r.app().Connected);
+        EXPECT_EQ(Titles(r), std::vector<std::string>{kWatchdogTitle});
+        EXPECT_LE(w.longestInput, kDorvaneFrameCap);
+        EXPECT_LE(w.longestFrame, kDorvaneFrameCap);
+        EXPECT_FALSE(r.app().frmMain().MSComm->portOpen());
+    }
+}
+
+TEST(BadConverterInput, RandomBytesDuringAConnectEndInTheNoCommunicationQuestion) {
+    DorvaneRig r;
+    Watch w(r.app());
+    r.converter.setSilent(true);
+    Noise noise(11);
+    for (int ms = 250; ms < 10000; ms += 7)
+        SendAt(r, ms, noise.bytes(1 + noise.byte() % 16));
+    r.t.loop.setLimitMs(120000);
+    r.t.dialogs.answerNext(MsgAnswer::Cancel);
+    r.connect();
+    EXPECT_EQ(Titles(r), std::vector<std::string>{kConnectTitle});
+    EXPECT_FALSE(r.app().Connected);
+    EXPECT_FALSE(r.app().frmConnecting().loaded());
+    EXPECT_GT(w.longestInput, 0u);
+    EXPECT_LE(w.longestInput, kDorvaneFrameCap);
+}
+
+TEST(BadConverterInput, AnswersInOneCharacterChunksKeepTheSessionGoing) {
+    DorvaneRig r;
+    std::vector<std::size_t> everyCharacter;
+    for (std::size_t i = 1; i < 64; ++i)
+        everyCharacter.push_back(i);
+    r.converter.setSplitPoints(everyCharacter);
+    r.vehicle.ecus[0].fixed[0x0C] = {0x1A, 0x28};  // no "F" digit, which a piece would lose
+    ConnectAndScan(r);
+    App& app = r.app();
+    Watch w(app);
+    for (auto& wanted : app.PidWanted)
+        wanted = false;
+    app.PidWanted[0x0C] = true;
+    r.run(5000);
+    EXPECT_TRUE(app.Connected);
+    EXPECT_GT(w.frames, 20);
+    EXPECT_EQ(app.frmMain().lblRPM.text(), "1674");
+    EXPECT_TRUE(r.t.dialogs.shown().empty());
+    r.converter.setSilent(true);
+    r.run(12000);
+    EXPECT_EQ(Titles(r), std::vector<std::string>{kWatchdogTitle});
+}
+
+TEST(BadConverterInput, AFrameOfTenKilobytesIsCutAndTheScanGoesOn) {
+    struct Case {
+        const char* name;
+        std::string chunk;
+    };
+    const std::string hex(10000, 'A');
+    const Case cases[] = {
+        {"a frame that starts it", "V486B10410C" + hex},
+        {"a piece that continues the frame before it", "12" + hex},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        DorvaneRig r;
+        r.vehicle.ecus[0].fixed[0x0C] = {0x1A, 0xF8};
+        ConnectAndScan(r);
+        App& app = r.app();
+        Watch w(app);
+        for (auto& wanted : app.PidWanted)
+            wanted = false;
+        app.PidWanted[0x0C] = true;
+        r.converter.setSilent(true);
+        SendAt(r, 50, c.chunk);  // about 5.2 s on the line
+        r.run(6000);
+        r.converter.setSilent(false);
+        r.run(3000);
+        EXPECT_TRUE(app.Connected);
+        EXPECT_TRUE(r.t.dialogs.shown().empty());
+        EXPECT_LE(w.longestInput, kDorvaneFrameCap);
+        EXPECT_LE(w.longestFrame, kDorvaneFrameCap);
+        EXPECT_EQ(app.frmMain().lblRPM.text(), "1726");  // real frames decode as before
+    }
+}
+
+TEST(BadConverterInput, AConverterThatStopsMidFrameEndsInTheDesignsMessage) {
+    struct Case {
+        const char* name;
+        bool duringConnect;
+        const char* title;
+    };
+    const Case cases[] = {
+        {"half of the first list answer, during the connect", true, kConnectTitle},
+        {"half of a value, during a session", false, kWatchdogTitle},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        DorvaneRig r;
+        if (c.duringConnect) {
+            r.converter.setSilent(true);
+            SendAt(r, 300, "S");
+            SendAt(r, 400, "V486B104100BE");
+            r.t.loop.setLimitMs(120000);
+            r.t.dialogs.answerNext(MsgAnswer::Cancel);
+            r.connect();
+            EXPECT_EQ(r.wire.deviceReceived(), "010009");
+        } else {
+            ConnectAndScan(r);
+            r.converter.setSilent(true);
+            SendAt(r, 100, "V486B10410C1A");
+            r.run(15000);
+        }
+        EXPECT_EQ(Titles(r), std::vector<std::string>{c.title});
+        EXPECT_FALSE(r.app().Connected);
+        EXPECT_FALSE(r.app().frmConnecting().loaded());
+    }
+}
+
+TEST(BadConverterInput, AConverterPulledOutEndsTheSessionOrTheConnectCleanly) {
+    struct Case {
+        const char* name;
+        bool duringConnect;
+        std::vector<MsgAnswer> answers;
+        std::vector<std::string> titles;
+    };
+    const Case cases[] = {
+        {"during a session", false, {}, {kWatchdogTitle}},
+        {"during a connect, then Cancel", true, {MsgAnswer::Cancel}, {kConnectTitle}},
+        {"during a connect, then Retry finds no port",
+         true,
+         {MsgAnswer::Retry},
+         {kConnectTitle, "Error"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        DorvaneRig r;
+        for (MsgAnswer a : c.answers)
+            r.t.dialogs.answerNext(a);
+        if (c.duringConnect) {
+            Timer pull(r.t.loop.scheduler(), 100);
+            pull.setHandler([&] {
+                pull.stop();
+                r.wire.vanish();
+            });
+            pull.start();
+            r.t.loop.setLimitMs(120000);
+            r.connect();
+        } else {
+            ConnectAndScan(r);
+            r.wire.vanish();
+            r.run(15000);
+        }
+        EXPECT_EQ(Titles(r), c.titles);
+        if (c.titles.back() == "Error") {
+            EXPECT_EQ(r.t.dialogs.shown().back().text,
+                      "Please Recheck Your Settings Or Run Auto Detect.");
+        }
+        EXPECT_FALSE(r.app().Connected);
+        EXPECT_FALSE(r.app().frmConnecting().loaded());
+        EXPECT_FALSE(r.app().frmMain().MSComm->portOpen());
+        EXPECT_EQ(r.app().frmMain().panel(1).text(), "CONNECTION STATUS:  DISCONNECTED");
+    }
+}
+
+}  // namespace
+}  // namespace ketrel::test

@@ -1,0 +1,165 @@
+// ketrel-export --connect against ketrel-sim on a pseudo-terminal: a real session without a
+// window, in real time, a few seconds per test.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/test_app.h"
+#include "system/child_process.h"
+
+namespace ketrel::test {
+namespace {
+
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> v;
+    std::istringstream in(text);
+    for (std::string l; std::getline(in, l);)
+        v.push_back(l);
+    return v;
+}
+
+std::vector<std::string> Cells(const std::string& line) {
+    std::vector<std::string> v(1);
+    for (char c : line) {
+        if (c == ',') {
+            v.emplace_back();
+        } else {
+            v.back() += c;
+        }
+    }
+    return v;
+}
+
+// A car that pulls away at once, so speed and engine speed move within seconds.
+std::filesystem::path DrivingCar(const TempDir& dir) {
+    std::ifstream in(std::string(KETREL_DATA_DIR) + "/sim/idle_then_drive.vehicle");
+    std::stringstream text;
+    text << in.rdbuf();
+    std::string s = text.str();
+    std::size_t at = s.find("idle-time  20");
+    if (at != std::string::npos) s.replace(at, 13, "idle-time  1");
+    std::filesystem::path p = dir.path() / "driving.vehicle";
+    std::ofstream(p) << s;
+    return p;
+}
+
+// The simulator on a pseudo-terminal, with a link to it in the temporary folder.
+struct Car {
+    explicit Car(const TempDir& dir)
+        : link((dir.path() / "car").string()),
+          sim(KETREL_SIM_BINARY,
+              {"--converter", "dorvane", "--vehicle", DrivingCar(dir).string(), "--link", link}) {
+        device = sim.firstLine();
+    }
+    std::string link;
+    ChildProcess sim;
+    std::string device;
+};
+
+// ketrel-export with its own empty settings folder.
+struct Export : ChildProcess {
+    Export(const TempDir& dir, std::vector<std::string> args)
+        : ChildProcess(KETREL_EXPORT_BINARY, std::move(args),
+                       {"XDG_CONFIG_HOME=" + (dir.path() / "config").string()}) {}
+};
+
+// Values of one column over all rows, in order, empty cells left out.
+std::vector<std::string> Column(const std::vector<std::string>& lines, const std::string& name) {
+    std::vector<std::string> header = Cells(lines.at(0));
+    auto col = std::find(header.begin(), header.end(), name) - header.begin();
+    std::vector<std::string> values;
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        std::vector<std::string> cells = Cells(lines[i]);
+        if (std::size_t(col) < cells.size() && !cells[std::size_t(col)].empty())
+            values.push_back(cells[std::size_t(col)]);
+    }
+    return values;
+}
+
+TEST(KetrelExportConnect, ScansTheSimulatedCarForItsTimeAndWritesARowPerFrame) {
+    TempDir dir;
+    Car car(dir);
+    ASSERT_EQ(car.device.rfind("/dev/pts/", 0), 0u) << car.device << car.sim.errors();
+    Export run(dir, {"--connect", "--hardware", "DORVANE PROTOCOL CONVERTER", "--port", car.link,
+                     "--seconds", "6"});
+    ASSERT_TRUE(run.collect(15000)) << run.err;
+    EXPECT_EQ(run.exitCode(), 0) << run.err;
+
+    std::vector<std::string> lines = Lines(run.out);
+    ASSERT_GT(lines.size(), 20u) << run.err;
+    EXPECT_EQ(lines[0].rfind("frame,lblCoolant,lblIntakeAir,", 0), 0u);
+    for (const std::string& l : lines)
+        EXPECT_EQ(Cells(l).size(), Cells(lines[0]).size()) << l;
+    EXPECT_EQ(lines[1].rfind("V", 0), 0u) << lines[1];
+    for (const char* column : {"lblRPM", "lblSpeed"}) {
+        std::vector<std::string> values = Column(lines, column);
+        std::set<std::string> distinct(values.begin(), values.end());
+        distinct.erase("N/A");
+        EXPECT_GE(distinct.size(), 2u) << column << " never changed";
+    }
+
+    const char* said[] = {"ketrel-export: CONNECTION STATUS:  CONNECTING...",
+                          "ketrel-export: STATUS: Connecting With DORVANE...",
+                          "ketrel-export: CONNECTION STATUS:  CONNECTED",
+                          "ketrel-export: CONNECTION STATUS:  DISCONNECTED"};
+    std::size_t at = 0;
+    for (const char* line : said) {
+        std::size_t found = run.err.find(line, at);
+        ASSERT_NE(found, std::string::npos) << "missing in order: " << line << "\n" << run.err;
+        at = found;
+    }
+    EXPECT_EQ(run.err.find("message"), std::string::npos) << run.err;
+    // The settings are read, never written.
+    EXPECT_FALSE(std::filesystem::exists(dir.path() / "config" / "Ketrel" / "Ketrel.ini"));
+    EXPECT_EQ(car.sim.stop(SIGTERM), 0);
+}
+
+TEST(KetrelExportConnect, AnInterruptEndsTheSessionCleanly) {
+    TempDir dir;
+    Car car(dir);
+    Export run(dir, {"--connect", "--hardware", "dorvane", "--port", car.link});
+    ASSERT_TRUE(run.collect(8000, [&] { return Lines(run.out).size() >= 4; })) << run.err;
+    ::kill(run.pid(), SIGINT);
+    ASSERT_TRUE(run.collect(5000)) << run.err;
+    EXPECT_EQ(run.exitCode(), 0) << run.err;
+    EXPECT_NE(run.err.find("CONNECTION STATUS:  DISCONNECTED"), std::string::npos) << run.err;
+    EXPECT_EQ(car.sim.stop(SIGTERM), 0);
+}
+
+TEST(KetrelExportConnect, NoCarOrNoUsableConverterGivesAMessageAndAFailingStatus) {
+    TempDir dir;
+    const std::string missing = (dir.path() / "no-car-here").string();
+    struct Case {
+        std::vector<std::string> args;
+        int status;
+        const char* message;
+    } cases[] = {
+        {{"--connect", "--hardware", "DORVANE PROTOCOL CONVERTER", "--port", missing, "--seconds",
+          "6"},
+         1,
+         "message \"Error\": Please Recheck Your Settings Or Run Auto Detect."},
+        {{"--connect", "--hardware", "BR3", "--port", "1"},
+         2,
+         "the BR3 PROTOCOL CONVERTER is not available yet"},
+        {{"--connect", "--seconds", "soon"}, 2, "--seconds wants a number"},
+        {{"--connect", "--seconds", "3"},
+         1,
+         "OBD II Hardware Has Not Been Detected or Configured."},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.args.back());
+        Export run(dir, c.args);
+        ASSERT_TRUE(run.collect(10000)) << run.err;
+        EXPECT_EQ(run.exitCode(), c.status) << run.err;
+        EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
+        EXPECT_EQ(run.out, "");
+    }
+}
+
+}  // namespace
+}  // namespace ketrel::test
