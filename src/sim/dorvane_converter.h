@@ -12,7 +12,7 @@ namespace ketrel::sim {
 // Times of the text converter, in milliseconds.
 struct DorvaneTiming {
     int bootMs = 200;           // from power-up or port opening (DTR resets it) to the first "S"
-    int idleSyncMs = 1000;      // "S" again while it waits for a command
+    int idleSyncMs = 250;       // "S" again while it waits for a command
     int commandMs = 20;         // a converter command ("800204", "F0646A", "900504") takes this
     int vehicleMs = 40;         // from a vehicle request to the first answer
     int messageGapMs = 8;       // between the answers of several modules
