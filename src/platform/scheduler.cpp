@@ -65,7 +65,7 @@ void Timer::setEnabled(bool on) {
 }
 
 void Timer::arm() {
-    // An interval of 0 never fires, as with the desktop timers the design comes from.
+    // An interval of 0 never fires: a timer with no interval is a stopped timer.
     if (interval_ <= 0) return;
     std::int64_t at = sched_.clock().nowMicros() + std::int64_t(interval_) * 1000;
     handle_ = sched_.postAt(at, [this, alive = alive_] {

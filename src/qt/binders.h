@@ -43,7 +43,7 @@ void BindState(QWidget* w, Control& c);
 // A click of the left button on any widget (a picture, a label) runs Field::click.
 void BindClick(QWidget* w, Field& f);
 
-// Pixels of a width in the design's units (twips).
+// Pixels of a width in screen units (twips, 15 to a pixel).
 inline int TwipsToPixels(int twips) {
     return twips / 15;
 }

@@ -104,7 +104,7 @@ class Field : public Control {
 
 enum class Align { Left, Center, Right };
 
-// A table of text cells with colours, column widths (in the design's units) and alignment.
+// A table of text cells with colours, column widths (in twips) and alignment.
 class Grid : public Control {
   public:
     Grid(Screen* owner, std::string name, int rows = 2, int cols = 2);
