@@ -176,11 +176,10 @@ void ConnectSession(App& app) {
         app.ConnectCount = app.ConnectCount >= 1000 ? 1 : app.ConnectCount + 1;
         unloadInOrder(app, {"frmRecorder", "frmSettings"});
         ClearDisplay(app);
-        wipeCodeDisplay(app);
+        wipeCodeDisplay(app);  // the grids emptied and formatted
         m.lstCodes.clear();
         m.lstFreezeCodes.clear();
         m.lstPendingCodes.clear();
-        FormatCodeGrids(app);
         SetMainUnitCaptions(app);
         if (!app.SaveInfo) ClearVehicleInformation(app);
         app.ConnectPort = app.GetSetting("ConnectPort");
