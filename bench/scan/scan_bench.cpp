@@ -12,9 +12,7 @@
 // the converter would wait for a command until its idle "S", a pause in every round that
 // says nothing about the program.
 
-#include <signal.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -30,6 +28,7 @@
 
 #include "live_session.h"
 #include "state/app.h"
+#include "system/child_process.h"
 
 namespace {
 
@@ -65,44 +64,6 @@ std::filesystem::path CarWithout1C(const std::filesystem::path& folder) {
     return p;
 }
 
-// The simulator as a child process; its first line of output says it is ready.
-class Simulator {
-  public:
-    Simulator(const std::string& binary, const std::string& link, const std::string& vehicle,
-              bool fast) {
-        int out[2];
-        if (::pipe(out) != 0) return;
-        pid_ = ::fork();
-        if (pid_ == 0) {
-            ::dup2(out[1], 1);
-            ::close(out[0]);
-            std::vector<std::string> args{binary, "--converter", "dorvane", "--link",
-                                          link,   "--vehicle",   vehicle};
-            if (fast) args.push_back("--fast");
-            std::vector<char*> argv;
-            for (auto& a : args)
-                argv.push_back(a.data());
-            argv.push_back(nullptr);
-            ::execv(binary.c_str(), argv.data());
-            ::_exit(127);
-        }
-        ::close(out[1]);
-        char c = 0;
-        while (::read(out[0], &c, 1) == 1 && c != '\n') {
-        }
-        ::close(out[0]);
-    }
-    ~Simulator() {
-        if (pid_ <= 0) return;
-        ::kill(pid_, SIGTERM);
-        ::waitpid(pid_, nullptr, 0);
-    }
-    bool started() const { return pid_ > 0; }
-
-  private:
-    pid_t pid_ = -1;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -128,8 +89,12 @@ int main(int argc, char** argv) {
     std::filesystem::create_directories(folder / "Log");
     int status = 1;
     {
-        Simulator simulator(sim, (folder / "car").string(), CarWithout1C(folder).string(), fast);
-        if (!simulator.started()) {
+        std::vector<std::string> args{"--converter", "dorvane",
+                                      "--link",      (folder / "car").string(),
+                                      "--vehicle",   CarWithout1C(folder).string()};
+        if (fast) args.push_back("--fast");
+        ketrel::test::ChildProcess simulator(sim, args);
+        if (simulator.pid() <= 0 || simulator.firstLine().empty()) {
             std::cerr << "bench_scan: can't start " << sim << "\n";
             return 1;
         }

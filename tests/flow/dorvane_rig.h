@@ -1,6 +1,4 @@
 #pragma once
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -37,12 +35,7 @@ struct DorvaneRig {
     void connect() { ConnectSession(app()); }
     void run(int ms) { t.loop.runFor(ms); }
     // The connecting log as it stands on disk.
-    std::string log() const {
-        std::ifstream in(ConnectLog::pathFor(t.dir.path()), std::ios::binary);
-        std::stringstream ss;
-        ss << in.rdbuf();
-        return ss.str();
-    }
+    std::string log() const { return ReadFile(ConnectLog::pathFor(t.dir.path())); }
 
     sim::SimSerialPortFactory ports;
     TestApp t;

@@ -2,20 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "support/test_app.h"
 
 namespace ketrel {
 namespace {
-
-std::string readAll(const std::filesystem::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
 
 struct LogFixture {
     LogFixture() {
@@ -35,7 +25,7 @@ TEST(ConnectLog, OneConnectWritesItsBlockByteForByte) {
     f.clock.set({2026, 11, 15, 14, 5, 9});
     LogLine(*f.t, "OPEN PORT");
     ConnectLogEnd(*f.t);
-    EXPECT_EQ(readAll(ConnectLog::pathFor(f.t->appPath())),
+    EXPECT_EQ(test::ReadFile(ConnectLog::pathFor(f.t->appPath())),
               "\"\r\n\r\n\r\n\r\n************************START OF "
               "CONNECTING************************\"\r\n"
               "\"NOVEMBER, 15 2026\"\r\n"
@@ -51,11 +41,11 @@ TEST(ConnectLog, BlocksAppendAndTextStandsAsItIsQuotesAndLineBreaksIncluded) {
     LogFixture f;
     ConnectLogBegin(*f.t);
     ConnectLogEnd(*f.t);
-    auto first = readAll(ConnLog(*f.t).path());
+    auto first = test::ReadFile(ConnLog(*f.t).path());
     ConnectLogBegin(*f.t);
     LogLine(*f.t, "NO V DETECTED:  ", "4\"1\r\n0C");
     ConnectLogEnd(*f.t);
-    auto both = readAll(ConnLog(*f.t).path());
+    auto both = test::ReadFile(ConnLog(*f.t).path());
     ASSERT_EQ(both.substr(0, first.size()), first);
     EXPECT_NE(both.find("\"(10:23:45 AM)     NO V DETECTED:  4\"1\r\n0C\"\r\n"), std::string::npos);
 }

@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -14,14 +12,6 @@
 
 namespace ketrel::test {
 namespace {
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> v;
-    std::istringstream in(text);
-    for (std::string l; std::getline(in, l);)
-        v.push_back(l);
-    return v;
-}
 
 std::vector<std::string> Cells(const std::string& line) {
     std::vector<std::string> v(1);
@@ -37,15 +27,8 @@ std::vector<std::string> Cells(const std::string& line) {
 
 // A car that pulls away at once, so speed and engine speed move within seconds.
 std::filesystem::path DrivingCar(const TempDir& dir) {
-    std::ifstream in(std::string(KETREL_DATA_DIR) + "/sim/idle_then_drive.vehicle");
-    std::stringstream text;
-    text << in.rdbuf();
-    std::string s = text.str();
-    std::size_t at = s.find("idle-time  20");
-    if (at != std::string::npos) s.replace(at, 13, "idle-time  1");
-    std::filesystem::path p = dir.path() / "driving.vehicle";
-    std::ofstream(p) << s;
-    return p;
+    return EditedCopy(std::string(KETREL_DATA_DIR) + "/sim/idle_then_drive.vehicle",
+                      "idle-time  20", "idle-time  1", dir.path() / "driving.vehicle");
 }
 
 // The simulator on a pseudo-terminal, with a link to it in the temporary folder.

@@ -2,7 +2,6 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
 
 #include "export.h"
@@ -14,18 +13,8 @@ namespace {
 
 const std::string kSession = std::string(KETREL_EXPORT_DATA) + "/session.log";
 
-std::string ReadFile(const std::filesystem::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> v;
-    std::istringstream in(text);
-    for (std::string l; std::getline(in, l);)
-        v.push_back(l);
-    return v;
-}
+using test::Lines;
+using test::ReadFile;
 
 // One run of the real program: exit status, standard output and error.
 struct ExportRun {
@@ -44,9 +33,7 @@ ExportRun Export(const std::string& args, const std::string& stdinFile = "/dev/n
 
 std::string WriteLog(const std::string& name, const std::string& bytes) {
     static test::TempDir dir;
-    std::filesystem::path p = dir.path() / name;
-    std::ofstream(p, std::ios::binary) << bytes;
-    return "'" + p.string() + "'";
+    return "'" + test::WriteFile(dir.path() / name, bytes).string() + "'";
 }
 
 TEST(KetrelExport, FinalShowsEveryFieldAfterTheLastFrameSortedByName) {
