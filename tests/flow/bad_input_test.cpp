@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 
 #include "core/scan_cycle.h"
 #include "flow/dorvane_rig.h"
@@ -116,23 +117,6 @@ TEST(BadConverterInput, RubbishInASessionEndsInTheWatchdogsMessageWithTheBufferB
     }
 }
 
-TEST(BadConverterInput, RandomBytesDuringAConnectEndInTheNoCommunicationQuestion) {
-    DorvaneRig r;
-    Watch w(r.app());
-    r.converter.setSilent(true);
-    Noise noise(11);
-    for (int ms = 250; ms < 10000; ms += 7)
-        SendAt(r, ms, noise.bytes(1 + noise.byte() % 16));
-    r.t.loop.setLimitMs(120000);
-    r.t.dialogs.answerNext(MsgAnswer::Cancel);
-    r.connect();
-    EXPECT_EQ(Titles(r), std::vector<std::string>{kConnectTitle});
-    EXPECT_FALSE(r.app().Connected);
-    EXPECT_FALSE(r.app().frmConnecting().loaded());
-    EXPECT_GT(w.longestInput, 0u);
-    EXPECT_LE(w.longestInput, kDorvaneFrameCap);
-}
-
 TEST(BadConverterInput, AnswersInOneCharacterChunksKeepTheSessionGoing) {
     DorvaneRig r;
     std::vector<std::size_t> everyCharacter;
@@ -189,78 +173,90 @@ TEST(BadConverterInput, AFrameOfTenKilobytesIsCutAndTheScanGoesOn) {
     }
 }
 
-TEST(BadConverterInput, AConverterThatStopsMidFrameEndsInTheDesignsMessage) {
+TEST(BadConverterInput, AConverterThatFailsEndsTheSessionOrTheConnectCleanly) {
     struct Case {
         const char* name;
         bool duringConnect;
-        const char* title;
-    };
-    const Case cases[] = {
-        {"half of the first list answer, during the connect", true, kConnectTitle},
-        {"half of a value, during a session", false, kWatchdogTitle},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        DorvaneRig r;
-        if (c.duringConnect) {
-            r.converter.setSilent(true);
-            SendAt(r, 300, "S");
-            SendAt(r, 400, "V486B104100BE");
-            r.t.loop.setLimitMs(120000);
-            r.t.dialogs.answerNext(MsgAnswer::Cancel);
-            r.connect();
-            EXPECT_EQ(r.wire.deviceReceived(), "010009");
-        } else {
-            ConnectAndScan(r);
-            r.converter.setSilent(true);
-            SendAt(r, 100, "V486B10410C1A");
-            r.run(15000);
-        }
-        EXPECT_EQ(Titles(r), std::vector<std::string>{c.title});
-        EXPECT_FALSE(r.app().Connected);
-        EXPECT_FALSE(r.app().frmConnecting().loaded());
-    }
-}
-
-TEST(BadConverterInput, AConverterPulledOutEndsTheSessionOrTheConnectCleanly) {
-    struct Case {
-        const char* name;
-        bool duringConnect;
+        std::function<void(DorvaneRig&)> fault;  // before the connect, or once scanning
         std::vector<MsgAnswer> answers;
         std::vector<std::string> titles;
+        std::function<void(DorvaneRig&, const Watch&)> check;
     };
+    auto nothing = [](DorvaneRig&, const Watch&) {};
+    auto pullAfter100 = [](DorvaneRig& r) { r.wire.after(100'000, [&r] { r.wire.vanish(); }); };
     const Case cases[] = {
-        {"during a session", false, {}, {kWatchdogTitle}},
-        {"during a connect, then Cancel", true, {MsgAnswer::Cancel}, {kConnectTitle}},
-        {"during a connect, then Retry finds no port",
+        {"random bytes during a connect",
          true,
+         [](DorvaneRig& r) {
+             r.converter.setSilent(true);
+             Noise noise(11);
+             for (int ms = 250; ms < 10000; ms += 7)
+                 SendAt(r, ms, noise.bytes(1 + noise.byte() % 16));
+         },
+         {MsgAnswer::Cancel},
+         {kConnectTitle},
+         [](DorvaneRig&, const Watch& w) {
+             EXPECT_GT(w.longestInput, 0u);
+             EXPECT_LE(w.longestInput, kDorvaneFrameCap);
+         }},
+        {"half of the first list answer, during the connect",
+         true,
+         [](DorvaneRig& r) {
+             r.converter.setSilent(true);
+             SendAt(r, 300, "S");
+             SendAt(r, 400, "V486B104100BE");
+         },
+         {MsgAnswer::Cancel},
+         {kConnectTitle},
+         [](DorvaneRig& r, const Watch&) { EXPECT_EQ(r.wire.deviceReceived(), "010009"); }},
+        {"half of a value, during a session",
+         false,
+         [](DorvaneRig& r) {
+             r.converter.setSilent(true);
+             SendAt(r, 100, "V486B10410C1A");
+         },
+         {},
+         {kWatchdogTitle},
+         nothing},
+        {"pulled out during a session",
+         false,
+         [](DorvaneRig& r) { r.wire.vanish(); },
+         {},
+         {kWatchdogTitle},
+         nothing},
+        {"pulled out during a connect, then Cancel",
+         true,
+         pullAfter100,
+         {MsgAnswer::Cancel},
+         {kConnectTitle},
+         nothing},
+        {"pulled out during a connect, then Retry finds no port",
+         true,
+         pullAfter100,
          {MsgAnswer::Retry},
-         {kConnectTitle, "Error"}},
+         {kConnectTitle, "Error"},
+         [](DorvaneRig& r, const Watch&) {
+             EXPECT_EQ(r.t.dialogs.shown().back().text,
+                       "Please Recheck Your Settings Or Run Auto Detect.");
+         }},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         DorvaneRig r;
+        Watch w(r.app());
         for (MsgAnswer a : c.answers)
             r.t.dialogs.answerNext(a);
         if (c.duringConnect) {
-            Timer pull(r.t.loop.scheduler(), 100);
-            pull.setHandler([&] {
-                pull.stop();
-                r.wire.vanish();
-            });
-            pull.start();
+            c.fault(r);
             r.t.loop.setLimitMs(120000);
             r.connect();
         } else {
             ConnectAndScan(r);
-            r.wire.vanish();
+            c.fault(r);
             r.run(15000);
         }
         EXPECT_EQ(Titles(r), c.titles);
-        if (c.titles.back() == "Error") {
-            EXPECT_EQ(r.t.dialogs.shown().back().text,
-                      "Please Recheck Your Settings Or Run Auto Detect.");
-        }
+        c.check(r, w);
         EXPECT_FALSE(r.app().Connected);
         EXPECT_FALSE(r.app().frmConnecting().loaded());
         EXPECT_FALSE(r.app().frmMain().MSComm->portOpen());

@@ -187,21 +187,6 @@ TEST(MainScreenView, ClickingAnIndicatorUnderPidsOverrideTurnsThePidOff) {
     EXPECT_EQ(g.find<QLabel>("frmMain", "lblRPM")->text(), "N/A");
 }
 
-TEST(MainScreenView, TheDebugButtonShowsAndHidesTheDebugFields) {
-    GuiApp g;
-    g.startPastSplash();
-    FrmMain& m = g.app().frmMain();
-    m.txtVin.setText("VIEWTRACE");
-    m.cmdClearVehicle.click();
-    auto* debug = g.find<QPushButton>("frmMain", "Command1");
-    ASSERT_FALSE(debug->isHidden());
-    for (bool shown : {true, false}) {
-        debug->click();
-        for (const char* name : {"LogData", "lstCodes", "txtInputDORVANE", "Command4"})
-            EXPECT_EQ(!g.find<QWidget>("frmMain", name)->isHidden(), shown) << name;
-    }
-}
-
 TEST(MainScreenView, TheTabsFillTheWindowBetweenTheBarsAndTheValuesStayCentred) {
     GuiApp g;
     g.startPastSplash();
