@@ -357,20 +357,10 @@ TEST(SettingsScreen, CloseUnloadsAndAReopenStartsFromTheStoredValues) {
     EXPECT_EQ(s.cmbPort.count(), 17);
 }
 
-}  // namespace
-}  // namespace ketrel
-
-namespace ketrel {
-namespace {
-
 TEST(SettingsScreen, ThePortPageShowsTheDeviceOfTheNumberAndStoresATypedOne) {
-    test::StartedApp t(std::map<std::string, std::string>{});
+    SettingsOpen t;
     t.settings.save(kAppName, "Ports", "3", "/tmp/ketrel-car");
-    t.start();
-    t.loop.runFor(1500);
-    FrmSettings& s = t.app->frmSettings();
-    s.unload();
-    s.show();
+    FrmSettings& s = t.s();
     s.cmbPort.setText("3");
     EXPECT_EQ(s.lblDevicePath.text(), "/tmp/ketrel-car");
     s.cmbPort.setText("2");

@@ -86,7 +86,8 @@ TEST(VirtualEventLoop, AHandlerWaitingInAPumpSeesItsOwnTimerFireAgain) {
         maxDepth = std::max(maxDepth, depth);
         if (depth == 1) {
             std::int64_t until = loop.nowMs() + 250;
-            while (loop.nowMs() < until) loop.pump();
+            while (loop.nowMs() < until)
+                loop.pump();
             t.stop();
         }
         --depth;
@@ -109,19 +110,6 @@ TEST(VirtualEventLoop, SleepLetsTimePassWithoutRunningHandlers) {
     EXPECT_EQ(fired, 1);
     loop.runFor(10);
     EXPECT_EQ(fired, 2);
-}
-
-TEST(VirtualEventLoop, BusyWaitOnTheCounterEnds) {
-    VirtualEventLoop loop;
-    Clock& clock = loop.clock();
-    std::int64_t start = clock.counter();
-    std::int64_t f = clock.frequency();
-    int reads = 0;
-    while (double(clock.counter() - start) / double(f) < 0.150)
-        ++reads;
-    EXPECT_GT(reads, 100);
-    EXPECT_GE(loop.nowMs(), 150);
-    EXPECT_LT(loop.nowMs(), 152);
 }
 
 TEST(VirtualEventLoop, PostedEventsRunInOrderAndCancelledOnesDoNot) {
