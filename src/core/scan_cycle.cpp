@@ -111,9 +111,7 @@ void WatchdogElapsed(App& app) {
 }
 
 void ClearCodesCommand(App& app) {
-    if (app.Recording) {
-        if (Screen* rec = app.screenByName("frmRecorder")) rec->hide();
-    }
+    if (app.Recording) app.hideScreen("frmRecorder");
     MsgAnswer a =
         app.dialogs().show(MessageBox{"Confirmation", "Are You Sure You Want To Clear Code?",
                                       MsgButtons::YesNo, MsgIcon::Question, false});

@@ -1,10 +1,10 @@
 #include "core/session.h"
 
-#include <cctype>
 #include <exception>
 #include <string>
 
 #include "core/scan_cycle.h"
+#include "core/text_convert.h"
 #include "link/conn_log.h"
 #include "link/dorvane_link.h"
 #include "link/port_number.h"
@@ -20,14 +20,8 @@ namespace {
 
 const char* const kMainTitle = "Ketrel (OBD II Generic) Version 0.77 - ";
 
-std::string upper(std::string s) {
-    for (char& c : s)
-        c = char(std::toupper(static_cast<unsigned char>(c)));
-    return s;
-}
-
 void setPanel(App& app, int number, const std::string& text) {
-    app.frmMain().panel(number).setText(upper(text));
+    app.frmMain().panel(number).setText(UpperCase(text));
 }
 
 void closeIfOpen(SerialPort& port) {
@@ -44,13 +38,6 @@ void wipeCodeDisplay(App& app) {
 
 bool isConverter(const std::string& name) {
     return name == kDorvane || name == kBr3 || name == kKesh || name == kTactrix;
-}
-
-// Screens unloaded by name in a fixed order; those not made yet are passed over.
-void unloadInOrder(App& app, std::initializer_list<const char*> names) {
-    for (const char* name : names) {
-        if (Screen* s = app.screenByName(name)) s->unload();
-    }
 }
 
 void blink(App& app) {
@@ -174,7 +161,7 @@ void ConnectSession(App& app) {
     FrmMain& m = app.frmMain();
     try {
         app.ConnectCount = app.ConnectCount >= 1000 ? 1 : app.ConnectCount + 1;
-        unloadInOrder(app, {"frmRecorder", "frmSettings"});
+        app.unloadScreens({"frmRecorder", "frmSettings"});
         ClearDisplay(app);
         wipeCodeDisplay(app);  // the grids emptied and formatted
         m.lstCodes.clear();
@@ -319,13 +306,11 @@ void EndSession(App& app) {
     app.FFPidsKnown = false;
     m.TimeOutConnect.stop();
     m.BR3Delay.stop();
-    if (app.Recording) {
-        if (Screen* rec = app.screenByName("frmRecorder")) rec->hide();
-    }
+    if (app.Recording) app.hideScreen("frmRecorder");
     if (app.SaveNameOpen) app.RecordUnsaved = false;
-    unloadInOrder(app, {"frmRealDisplay", "frmCustomData", "frmRecorder", "frmAlertMIL", "frmTerms",
-                        "frmTroubleCode", "frmGuage", "frmMultGuage", "frmAbout",
-                        "frmAboutHardware", "frmScope", "frmMPG"});
+    app.unloadScreens({"frmRealDisplay", "frmCustomData", "frmRecorder", "frmAlertMIL", "frmTerms",
+                       "frmTroubleCode", "frmGuage", "frmMultGuage", "frmAbout", "frmAboutHardware",
+                       "frmScope", "frmMPG"});
     wipeCodeDisplay(app);
     ClearDisplay(app);
     m.activate();

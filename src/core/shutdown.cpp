@@ -31,9 +31,7 @@ void queryUnloadMain(App& app, bool& cancel) {
 
 void unloadMain(App& app) {
     app.Connected = false;
-    for (const char* name : kShutdownOrder) {
-        if (Screen* s = app.screenByName(name)) s->unload();
-    }
+    app.unloadScreens(kShutdownOrder);
 }
 
 }  // namespace

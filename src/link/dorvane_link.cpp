@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 #include "link/conn_log.h"
 #include "link/dorvane_receive.h"
 #include "link/port_number.h"
+#include "obd/bit_operations.h"
 #include "platform/serial_port.h"
 #include "state/app.h"
 
@@ -34,12 +34,6 @@ int secondIndicator(int position) {
     if (position == 3) return 33;
     if (position >= 20 && position <= 27) return position + 14;
     return -1;
-}
-
-// Mid$ with 1-based start: "" past the end.
-std::string mid(const std::string& s, std::size_t start, std::size_t len) {
-    if (start < 1 || start > s.size()) return "";
-    return s.substr(start - 1, len);
 }
 
 void send(App& app, SerialPort& port, const std::string& text) {
@@ -140,7 +134,8 @@ void DORVANEConnectingReceive(App& app) {
     SetDorvaneFrame(app, c.txtConnectingInput.text());
     m.Text2.setText(m.Text2.text() + app.RawFrame);
     LogLine(app, "RECEIVED ALL DATA:  " + app.RawFrame);
-    if (app.RxMode == "01" && app.RxPID == "00") m.lblECMAddress.setText(mid(app.RawFrame, 6, 2));
+    if (app.RxMode == "01" && app.RxPID == "00")
+        m.lblECMAddress.setText(std::string(FrameSlice(app.RawFrame, 6)));
     LogLine(app, "LOOKUP DATA IN PROCESS:");
     DORVANERECEIVE(app);
     c.txtConnectingInput.setText(GatherDorvaneFrame("", in));

@@ -1,5 +1,7 @@
 #include "obd/trouble_codes.h"
 
+#include "obd/monitor_status.h"
+
 #include <array>
 
 #include "codes/trouble_codes_library.h"
@@ -83,17 +85,6 @@ bool fillCodeGrid(App& app, Grid& grid, const ListBox& list, int firstRow, int t
         describe(app, grid, row, textCol, code);
     }
     return true;
-}
-
-// The sixteen freeze-frame values go back to "N/A", in this order.
-void resetFreezeFrameFields(App& app) {
-    FrmMain& f = app.frmMain();
-    for (Field* field :
-         {&f.lblFFLoad, &f.lblFFCoolant, &f.lblFFRPM, &f.lblFFSpeed, &f.lblFFTiming, &f.lblFFTPS,
-          &f.lblFFLTFTB1, &f.lblFFLTFTB2, &f.lblFFSTFTB1, &f.lblFFSTFTB2, &f.lblFFFuelSys1,
-          &f.lblFFFuelSys2, &f.lblFFFuelPres, &f.lblFFMAF, &f.lblFFMAP, &f.lblFFIntakeAir}) {
-        field->setText("N/A");
-    }
 }
 
 // One row of gridTroubleCode, kept across a rebuild of the grid.
@@ -213,9 +204,7 @@ void DecodeFreezeCode(App& app) {
 
 void ApplyClearReply(App& app) {
     FrmMain& f = app.frmMain();
-    if (app.Recording || app.PlayingLog) {
-        if (Screen* recorder = app.screenByName("frmRecorder")) recorder->hide();
-    }
+    if (app.Recording || app.PlayingLog) app.hideScreen("frmRecorder");
     if (app.ByteHex[1] != "44") return;
     // Acknowledged: the clear-codes failure message must not come, even for a late answer.
     f.ClearCodeTimer.stop();
@@ -224,7 +213,7 @@ void ApplyClearReply(App& app) {
     f.cmdPrintFFData.setEnabled(false);
     f.mnuFilePrintFF.setEnabled(false);
     FormatCodeGrids(app);
-    resetFreezeFrameFields(app);
+    ClearFreezeData(app);  // the sixteen freeze-frame values, in the order of the clear
     f.lstCodes.clear();
     f.lstFreezeCodes.clear();
     f.lstPendingCodes.clear();

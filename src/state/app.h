@@ -2,6 +2,7 @@
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -84,6 +85,20 @@ class App {
     FrmAlertMIL& frmAlertMIL() { return *frmAlertMIL_; }
     // Every screen that exists, by name, for the shutdown order and the views.
     Screen* screenByName(const std::string& name);
+    // Unloads the named screens in the order given; screens not in the program are passed over.
+    template <class Names>
+    void unloadScreens(const Names& names) {
+        for (const char* name : names) {
+            if (Screen* s = screenByName(name)) s->unload();
+        }
+    }
+    void unloadScreens(std::initializer_list<const char*> names) {
+        unloadScreens<std::initializer_list<const char*>>(names);
+    }
+    // Hides a screen if the program has it (the recorder, while codes are cleared).
+    void hideScreen(const std::string& name) {
+        if (Screen* s = screenByName(name)) s->hide();
+    }
     std::vector<Screen*> screens();
     // Later screens register themselves here when they are made.
     void addScreen(std::unique_ptr<Screen> screen);

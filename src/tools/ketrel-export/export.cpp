@@ -7,6 +7,7 @@
 #include <functional>
 #include <utility>
 
+#include "core/text_convert.h"
 #include "export_session.h"
 #include "link/log_frames.h"
 #include "link/port_number.h"
@@ -153,12 +154,7 @@ void WriteCsvRow(const std::string& frame, const std::vector<Column>& columns, s
 }
 
 std::string ConverterByName(const std::string& word) {
-    auto upper = [](std::string s) {
-        for (char& c : s)
-            c = char(std::toupper(static_cast<unsigned char>(c)));
-        return s;
-    };
-    std::string w = upper(word);
+    std::string w = UpperCase(word);
     for (const char* name : {kDorvane, kBr3, kKesh, kTactrix}) {
         std::string full = name;
         if (w == full || (!w.empty() && w == full.substr(0, full.find(' ')))) return full;
