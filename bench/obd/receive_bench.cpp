@@ -34,7 +34,7 @@ const std::vector<std::string>& CycleFrames() {
 // Frames per second into the fields, in a live session (the watchdog restarted every frame).
 void BM_DorvaneReceive(benchmark::State& state) {
     std::ostringstream err;
-    exporter::ExportSession session(err, "F", "MPH", "PSI");
+    exporter::ExportSession session(err, "DORVANE", "F", "MPH", "PSI");
     App& app = session.app();
     app.PlayingLog = false;
     app.Connected = true;

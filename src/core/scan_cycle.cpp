@@ -2,7 +2,6 @@
 
 #include "core/session.h"
 #include "link/dorvane_link.h"
-#include "link/dorvane_receive.h"
 #include "obd/monitor_status.h"
 #include "obd/trouble_codes.h"
 #include "state/app.h"
@@ -10,23 +9,6 @@
 namespace ketrel {
 
 namespace {
-
-constexpr int kLogDataCap = 701;
-constexpr int kRecordListCap = 200;
-
-void recordFrame(App& app, const std::string& frame) {
-    FrmMain& m = app.frmMain();
-    if (m.lstRecordData.count() >= kRecordListCap) {
-        m.lstRecordData.clear();
-        app.RecordIndex = 0;
-    }
-    m.lstRecordData.addItem(frame);
-    if (app.hooks.RecordFrame && app.RecordIndex < m.lstRecordData.count()) {
-        app.hooks.RecordFrame(m.lstRecordData.item(app.RecordIndex));
-    }
-    app.RecordIndex++;
-    app.RecordCount++;
-}
 
 // Leaving or entering a tab other than the codes tab wipes the code data.
 void tabChanged(App& app) {
@@ -50,49 +32,6 @@ void clearCodeTimerElapsed(App& app) {
 }
 
 }  // namespace
-
-void HandleDorvaneChunk(App& app, const std::string& chunk) {
-    FrmMain& m = app.frmMain();
-    if (!chunk.empty() && chunk[0] == 'S') {
-        DORVANERequest(app);
-        return;
-    }
-    if (chunk.empty() || chunk[0] == 'P') {
-        m.panel(1).setText("CONNECTION STATUS:  RECONNECTING...");
-        if (!m.TimeOutConnect.enabled()) m.TimeOutConnect.start();
-        return;
-    }
-    if (m.LogData.count() >= kLogDataCap) {
-        m.LogData.clear();
-        m.Text2.setText("");
-    }
-    char first = chunk[0];
-    if (first == 'F' || first == 'I' || first == 'T') return;
-    if (first == 'V' && chunk.size() >= 3 && chunk[2] == '.') {
-        app.ConverterVersion = chunk.substr(1, 4);
-    }
-    if (first != 'V') {
-        m.txtInputDORVANE.setText(GatherDorvaneFrame(m.txtInputDORVANE.text(), chunk));
-        return;
-    }
-    SetDorvaneFrame(app, m.txtInputDORVANE.text());
-    m.LogData.addItem(app.RawFrame);
-    DORVANERECEIVE(app);
-    if (app.Recording) recordFrame(app, app.RawFrame);
-    if (app.hooks.FrameDecoded) app.hooks.FrameDecoded();
-    m.txtInputDORVANE.setText(GatherDorvaneFrame("", chunk));
-    m.panel(1).setText("CONNECTION STATUS:  CONNECTED");
-}
-
-void MainPortReceive(App& app) {
-    SerialPort& port = *app.frmMain().MSComm;
-    if (port.commEvent() != kCommEventReceive) return;
-    if (!app.Connected) {
-        if (port.portOpen()) port.setPortOpen(false);
-        return;
-    }
-    HandleDorvaneChunk(app, port.input());
-}
 
 void WatchdogElapsed(App& app) {
     app.frmMain().TimeOutConnect.stop();
@@ -126,7 +65,6 @@ void ClearCodesCommand(App& app) {
 
 void InstallScanCycle(App& app) {
     FrmMain& m = app.frmMain();
-    m.MSComm->setOnComm([&app] { MainPortReceive(app); });
     m.TimeOutConnect.setHandler([&app] { WatchdogElapsed(app); });
     m.ClearCodeTimer.setHandler([&app] { clearCodeTimerElapsed(app); });
     m.RequestTimer.setHandler([&app] { RequestTimerElapsed(app); });

@@ -6,8 +6,7 @@
 #include "core/scan_cycle.h"
 #include "core/text_convert.h"
 #include "link/conn_log.h"
-#include "link/dorvane_link.h"
-#include "link/port_number.h"
+#include "link/converters.h"
 #include "obd/monitor_status.h"
 #include "obd/trouble_codes.h"
 #include "obd/unit_captions.h"
@@ -34,10 +33,6 @@ void wipeCodeDisplay(App& app) {
     m.gridPending.clear();
     m.gridTroubleCode.clear();
     FormatCodeGrids(app);
-}
-
-bool isConverter(const std::string& name) {
-    return name == kDorvane || name == kBr3 || name == kKesh || name == kTactrix;
 }
 
 void blink(App& app) {
@@ -73,8 +68,9 @@ void startConnect(App& app) {
         m.mnuFileOpen.setEnabled(false);
         m.mnuOptionSettings.setEnabled(false);
         ConnectLogBegin(app);
-        if (app.OBDIIHardware == kDorvane) {
-            DORVANEOpenConnect(app);
+        const ConverterDriver* driver = FindConverter(app.OBDIIHardware);
+        if (driver && driver->connect) {
+            driver->connect(app);
         } else {
             app.dialogs().show(MessageBox{
                 "Configuration Error",
@@ -125,10 +121,9 @@ void connectingUnloaded(App& app) {
             m.mnuEditRecord.setEnabled(false);
             m.cmdClearCodes.setEnabled(false);
             EndSession(app);
-        } else if (app.Mode1ListRead && !m.MSComm->portOpen()) {
-            // Scanning starts here: the main port takes the number the user chose.
-            m.MSComm->setCommPort(PortNumber(app.ConnectPort));
-            m.MSComm->setPortOpen(true);
+        } else if (const ConverterDriver* driver = FindConverter(app.OBDIIHardware);
+                   driver && driver->connectEnded) {
+            driver->connectEnded(app);
         }
     } catch (const std::exception& e) {
         app.dialogs().message(e.what());
@@ -193,7 +188,7 @@ void ConnectSession(App& app) {
         m.mnuVehicleDisconnect.setEnabled(true);
         m.button(3).setEnabled(true);
         app.Connected = true;
-        if (isConverter(app.OBDIIHardware)) {
+        if (FindConverter(app.OBDIIHardware)) {
             app.frmConnecting().showModal();
         } else {
             EndSession(app);
@@ -250,8 +245,8 @@ void LinkUp(App& app) {
         m.mnuViewMode6.setEnabled(true);
         m.mnuViewMode5.setEnabled(true);
     }
-    bool kline = app.OBDIIHardware == kKesh || app.OBDIIHardware == kTactrix;
-    setPanel(app, 9, kline ? "BAUD: 10400" : "BAUD: 19200");
+    const ConverterDriver* driver = FindConverter(app.OBDIIHardware);
+    setPanel(app, 9, "BAUD: " + std::to_string(driver ? driver->baud : 19200));
 }
 
 void EndSession(App& app) {
@@ -342,8 +337,6 @@ void InstallSession(App& app) {
         c.unload();
     });
     c.ConnectTimeOut.setHandler([&app] { app.ConnectSeconds++; });
-    c.DORVANEConnectingTimeOut.setHandler([&app] { DORVANEConnectingTimeOutElapsed(app); });
-    c.ConnectingMscomm->setOnComm([&app] { DORVANEConnectingReceive(app); });
     c.cmdConnectingCancel.onClick = [&app] { CancelConnect(app); };
     // Closing the window during a connect is the same as pressing Cancel.
     c.onUserClose = [&app] {
@@ -360,6 +353,7 @@ void InstallSession(App& app) {
     m.cmdClearVehicle.onClick = [&app] { ClearVehicleInformation(app); };
     m.mnuVehicleClearInfo.onClick = [&app] { ClearVehicleInformation(app); };
     InstallScanCycle(app);
+    InstallConverters(app);
 }
 
 }  // namespace ketrel

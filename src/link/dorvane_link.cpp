@@ -5,7 +5,9 @@
 
 #include "link/conn_log.h"
 #include "link/dorvane_receive.h"
+#include "link/frame_dispatch.h"
 #include "link/port_number.h"
+#include "link/serial_timing.h"
 #include "obd/bit_operations.h"
 #include "platform/serial_port.h"
 #include "state/app.h"
@@ -39,15 +41,6 @@ int secondIndicator(int position) {
 void send(App& app, SerialPort& port, const std::string& text) {
     port.output(text);
     LogLine(app, "SENDING:  " + text);
-}
-
-// The busy wait of the first command: spins on TimerObject without pumping.
-void busyWait(App& app, double seconds) {
-    cTimeIt& t = app.TimerObject();
-    t.Start();
-    do {
-        t.StopNow();
-    } while (t.Result() < seconds);
 }
 
 void linkUpAfterLists(App& app) {
@@ -150,7 +143,7 @@ void DORVANEConnectStep(App& app) {
         app.SendFirstCommand = false;
         send(app, port, "800204");
         LogLine(app, "DELAY 150 mS");
-        busyWait(app, 0.15);
+        BusyWait(app.TimerObject(), 0.15);
         return;
     }
     if (app.SyncCount == 0 && !app.Mode1ListRead) send(app, port, "010009");
@@ -288,6 +281,61 @@ void DORVANEFreezeStep(App& app) {
         app.RequestFFData = false;
         app.FFPosition = 3;
     }
+}
+
+void HandleDorvaneChunk(App& app, const std::string& chunk) {
+    FrmMain& m = app.frmMain();
+    if (!chunk.empty() && chunk[0] == 'S') {
+        DORVANERequest(app);
+        return;
+    }
+    if (chunk.empty() || chunk[0] == 'P') {
+        m.panel(1).setText("CONNECTION STATUS:  RECONNECTING...");
+        if (!m.TimeOutConnect.enabled()) m.TimeOutConnect.start();
+        return;
+    }
+    CapLogData(app);
+    char first = chunk[0];
+    if (first == 'F' || first == 'I' || first == 'T') return;
+    if (first == 'V' && chunk.size() >= 3 && chunk[2] == '.') {
+        app.ConverterVersion = chunk.substr(1, 4);
+    }
+    if (first != 'V') {
+        m.txtInputDORVANE.setText(GatherDorvaneFrame(m.txtInputDORVANE.text(), chunk));
+        return;
+    }
+    SetDorvaneFrame(app, m.txtInputDORVANE.text());
+    DORVANERECEIVE(app);
+    NoteReceivedFrame(app, app.RawFrame);
+    if (app.hooks.FrameDecoded) app.hooks.FrameDecoded();
+    m.txtInputDORVANE.setText(GatherDorvaneFrame("", chunk));
+    m.panel(1).setText("CONNECTION STATUS:  CONNECTED");
+}
+
+void DorvaneScanReceive(App& app) {
+    SerialPort& port = *app.frmMain().MSComm;
+    if (port.commEvent() != kCommEventReceive) return;
+    if (!app.Connected) {
+        if (port.portOpen()) port.setPortOpen(false);
+        return;
+    }
+    HandleDorvaneChunk(app, port.input());
+}
+
+void DorvaneConnectEnded(App& app) {
+    SerialPort& port = *app.frmMain().MSComm;
+    // Scanning starts here: the main port takes the number the user chose.
+    if (app.Mode1ListRead && !port.portOpen()) {
+        port.setCommPort(PortNumber(app.ConnectPort));
+        port.setPortOpen(true);
+    }
+}
+
+void InstallDorvane(App& app) {
+    FrmConnecting& c = app.frmConnecting();
+    c.DORVANEConnectingTimeOut.setHandler([&app] { DORVANEConnectingTimeOutElapsed(app); });
+    c.ConnectingMscomm->setOnComm([&app] { DORVANEConnectingReceive(app); });
+    app.frmMain().MSComm->setOnComm([&app] { DorvaneScanReceive(app); });
 }
 
 }  // namespace ketrel

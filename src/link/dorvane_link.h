@@ -23,6 +23,17 @@ std::string DorvanePollText(int position);
 // Text sent for a freeze-frame sweep position, or "" where there is no row.
 std::string DorvaneFreezeText(int position);
 
+// Installs the handlers of the connecting port, its time-out and the scanning port.
+void InstallDorvane(App& app);
+// frmConnecting has unloaded after a connect: the scanning port opens once the Mode 01 list
+// has been read.
+void DorvaneConnectEnded(App& app);
+// One received-data event of frmMain.MSComm.
+void DorvaneScanReceive(App& app);
+// The scan cycle's rules for one chunk already read from the port: "S" asks the next request,
+// "P" reports a search, "V" closes the frame gathered so far and decodes it.
+void HandleDorvaneChunk(App& app, const std::string& chunk);
+
 // The 13 raw bytes of the retry frame.
 extern const char kDorvaneRetryFrame[13];
 

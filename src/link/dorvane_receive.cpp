@@ -2,11 +2,8 @@
 
 #include <array>
 
+#include "link/frame_dispatch.h"
 #include "obd/bit_operations.h"
-#include "obd/monitor_status.h"
-#include "obd/pid_catalogue.h"
-#include "obd/trouble_codes.h"
-#include "obd/value_decoders.h"
 #include "state/app.h"
 
 namespace ketrel {
@@ -29,27 +26,18 @@ constexpr SliceLayout kMode02Pid02{{14, 16, 16, 18, 0, 0},
 constexpr SliceLayout kMode02{{14, 16, 16, 18, 0, 0}, {}};
 constexpr SliceLayout kOther{{12, 14, 16, 18, 0, 0}, {}};
 
-const SliceLayout& LayoutFor(const App& app) {
-    if (app.RxMode == "04") return kMode04;
-    if (app.RxMode == "03" || app.RxMode == "07") return kCodes;
-    if (app.RxMode == "02") {
-        if (app.RxPID == "00") return kMode02Pid00;
-        if (app.RxPID == "02") return kMode02Pid02;
-        return kMode02;
+const SliceLayout& LayoutFor(FrameKey key) {
+    switch (key.mode) {
+        case 4:
+            return kMode04;
+        case 3:
+        case 7:
+            return kCodes;
+        case 2:
+            return key.pid == 0x00 ? kMode02Pid00 : key.pid == 0x02 ? kMode02Pid02 : kMode02;
+        default:
+            return kOther;
     }
-    return kOther;
-}
-
-// The PID of RxPID when it is two upper-case hex digits, else -1.
-int PidNumber(const std::string& pid) {
-    if (pid.size() != 2) return -1;
-    int value = 0;
-    for (char c : pid) {
-        int d = (c >= '0' && c <= '9') ? c - '0' : (c >= 'A' && c <= 'F') ? c - 'A' + 10 : -1;
-        if (d < 0) return -1;
-        value = value * 16 + d;
-    }
-    return value;
 }
 
 void ClearCells(App& app) {
@@ -62,8 +50,8 @@ void ClearCells(App& app) {
         app.ByteValue[n].reset();
 }
 
-void CutBytes(App& app) {
-    const SliceLayout& layout = LayoutFor(app);
+void CutBytes(App& app, FrameKey key) {
+    const SliceLayout& layout = LayoutFor(key);
     for (std::size_t i = 0; i < 6; ++i) {
         if (layout.start[i] == 0) continue;
         std::size_t n = i + 1;
@@ -76,68 +64,14 @@ void CutBytes(App& app) {
 
 }  // namespace
 
-DorvaneRoute RouteDorvaneFrame(const App& app) {
-    const std::string& mode = app.RxMode;
-    std::size_t length = app.RawFrame.size();
-    if (mode == "01" && app.RxPID == "00")
-        return app.Mode1ListRead ? DorvaneRoute::None : DorvaneRoute::SupportList;
-    if (mode == "02" && app.RxPID == "00")
-        return app.Mode2ListRead ? DorvaneRoute::None : DorvaneRoute::SupportList;
-    if (mode == "03") return length >= 20 ? DorvaneRoute::TroubleCodes : DorvaneRoute::None;
-    if (mode == "07") return length >= 20 ? DorvaneRoute::PendingCodes : DorvaneRoute::None;
-    if (mode == "04") return DorvaneRoute::ClearReply;
-    int pid = PidNumber(app.RxPID);
-    if (mode == "01") {
-        if (pid == 0x01) return DorvaneRoute::MonitorStatus;
-        if (pid == 0x20) return DorvaneRoute::SupportPID20;
-        if (pid >= 0x03 && pid <= 0x1F) return DorvaneRoute::LiveValue;
-        return DorvaneRoute::None;
-    }
-    if (mode == "02") {
-        if (pid == 0x02) return length >= 16 ? DorvaneRoute::FreezeCode : DorvaneRoute::None;
-        if (pid >= 0x03 && pid <= 0x13) return DorvaneRoute::FreezeValue;
-    }
-    return DorvaneRoute::None;
-}
-
 void DORVANERECEIVE(App& app) {
     if (!app.Connecting && !app.PlayingLog) {
         app.frmMain().TimeOutConnect.restart();
         if (!app.Connected) return;
     }
     ClearCells(app);
-    CutBytes(app);
-    switch (RouteDorvaneFrame(app)) {
-        case DorvaneRoute::None:
-            break;
-        case DorvaneRoute::SupportList:
-            DecodeSupportPID00(app);
-            app.PidDiscoveryDone = true;
-            (app.RxMode == "01" ? app.Mode1ListRead : app.Mode2ListRead) = true;
-            break;
-        case DorvaneRoute::TroubleCodes:
-            DecodeTroubleCodes(app);
-            break;
-        case DorvaneRoute::PendingCodes:
-            DecodePendingCodes(app);
-            break;
-        case DorvaneRoute::ClearReply:
-            ApplyClearReply(app);
-            break;
-        case DorvaneRoute::MonitorStatus:
-            DecodeMonitorStatus(app);
-            break;
-        case DorvaneRoute::SupportPID20:
-            DecodeSupportPID20(app);
-            break;
-        case DorvaneRoute::FreezeCode:
-            DecodeFreezeCode(app);
-            break;
-        case DorvaneRoute::LiveValue:
-        case DorvaneRoute::FreezeValue:
-            MainValueDecoder(PidNumber(app.RxPID))(app);
-            break;
-    }
+    CutBytes(app, ReadFrameKey(app));
+    DispatchFrame(app, ReceivePath::Dorvane);
 }
 
 std::string GatherDorvaneFrame(const std::string& sofar, const std::string& chunk) {

@@ -23,21 +23,4 @@ void DORVANERECEIVE(App& app);
 // ninth character upper-cased with "0" before it, RxPID the tenth and eleventh upper-cased.
 void SetDorvaneFrame(App& app, const std::string& frame);
 
-// Where a DORVANE frame goes, first match wins.
-enum class DorvaneRoute {
-    None,           // consumed without effect
-    SupportList,    // Mode 01 or 02 PID 00, the first time on this connection
-    TroubleCodes,   // Mode 03, 20 characters or more
-    PendingCodes,   // Mode 07, 20 characters or more
-    ClearReply,     // Mode 04, any length
-    MonitorStatus,  // Mode 01 PID 01
-    SupportPID20,   // Mode 01 PID 20
-    FreezeCode,     // Mode 02 PID 02, 16 characters or more
-    LiveValue,      // Mode 01 PIDs 03 to 1F
-    FreezeValue,    // Mode 02 PIDs 03 to 13
-};
-
-// The route of the frame in RawFrame, RxMode and RxPID.
-DorvaneRoute RouteDorvaneFrame(const App& app);
-
 }  // namespace ketrel

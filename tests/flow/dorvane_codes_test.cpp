@@ -2,6 +2,7 @@
 
 #include "core/scan_cycle.h"
 #include "flow/dorvane_rig.h"
+#include "link/dorvane_link.h"
 #include "sim/sim_vehicle.h"
 
 namespace ketrel::test {

@@ -67,44 +67,6 @@ TEST(DorvaneReceive, BytesAreCutFromTheColumnsOfTheirMode) {
     }
 }
 
-TEST(DorvaneReceive, DispatchFollowsModePidAndLength) {
-    using R = DorvaneRoute;
-    struct Case {
-        const char *mode, *pid;
-        std::size_t length;
-        bool listsRead;
-        R route;
-    } cases[] = {
-        {"01", "00", 20, false, R::SupportList},  {"01", "00", 20, true, R::None},
-        {"02", "00", 20, false, R::SupportList},  {"02", "00", 20, true, R::None},
-        {"03", "01", 19, false, R::None},         {"03", "01", 20, false, R::TroubleCodes},
-        {"07", "01", 19, false, R::None},         {"07", "01", 20, false, R::PendingCodes},
-        {"04", "", 9, false, R::ClearReply},      {"01", "01", 9, false, R::MonitorStatus},
-        {"02", "01", 20, false, R::None},         {"01", "02", 20, false, R::None},
-        {"02", "02", 15, false, R::None},         {"02", "02", 16, false, R::FreezeCode},
-        {"01", "20", 20, false, R::SupportPID20}, {"02", "20", 20, false, R::None},
-        {"01", "40", 20, false, R::None},         {"01", "0a", 20, false, R::None},
-        {"05", "0C", 20, false, R::None},         {"", "0C", 20, false, R::None},
-    };
-    for (const Case& c : cases) {
-        test::TestApp t;
-        t->RxMode = c.mode;
-        t->RxPID = c.pid;
-        t->RawFrame = std::string(c.length, '0');
-        t->Mode1ListRead = t->Mode2ListRead = c.listsRead;
-        EXPECT_EQ(RouteDorvaneFrame(*t), c.route) << c.mode << " " << c.pid << " " << c.length;
-    }
-    for (int pid = 0; pid <= 0xFF; ++pid) {  // the value PIDs of each mode, and no others
-        test::TestApp t;
-        t->RawFrame = std::string(20, '0');
-        t->RxPID = ByteToHexText(pid);
-        t->RxMode = "01";
-        EXPECT_EQ(RouteDorvaneFrame(*t) == R::LiveValue, pid >= 0x03 && pid <= 0x1F) << pid;
-        t->RxMode = "02";
-        EXPECT_EQ(RouteDorvaneFrame(*t) == R::FreezeValue, pid >= 0x03 && pid <= 0x13) << pid;
-    }
-}
-
 TEST(DorvaneReceive, FramesReachTheirDecoders) {
     Session s;
     App& app = *s.t;

@@ -9,6 +9,7 @@
 
 #include "core/text_convert.h"
 #include "export_session.h"
+#include "link/converters.h"
 #include "link/log_frames.h"
 #include "link/port_number.h"
 #include "obd/value_fields.h"
@@ -153,15 +154,6 @@ void WriteCsvRow(const std::string& frame, const std::vector<Column>& columns, s
     out.write(row.data(), std::streamsize(row.size()));
 }
 
-std::string ConverterByName(const std::string& word) {
-    std::string w = UpperCase(word);
-    for (const char* name : {kDorvane, kBr3, kKesh, kTactrix}) {
-        std::string full = name;
-        if (w == full || (!w.empty() && w == full.substr(0, full.find(' ')))) return full;
-    }
-    return {};
-}
-
 std::string ExportUsage() {
     return "Usage: ketrel-export [options] [LOG]\n"
            "       ketrel-export --connect [--hardware NAME] [--port N|PATH] [--seconds S]\n"
@@ -215,7 +207,7 @@ bool TakeLiveOption(const std::string& a, const std::function<bool(std::string&)
     } else if (is("--hardware")) {
         if (!takeValue(value)) {
             error = "--hardware wants a converter's name";
-        } else if (options.hardware = ConverterByName(value); options.hardware.empty()) {
+        } else if (options.hardware = ConverterByWord(value); options.hardware.empty()) {
             error = "unknown converter \"" + value + "\"; known: \"" + kDorvane + "\", \"" + kBr3 +
                     "\", \"" + kKesh + "\", \"" + kTactrix + "\"";
         }
@@ -306,12 +298,12 @@ std::string ParseExportArgs(const std::vector<std::string>& args, ExportOptions&
 
 int RunExport(const ExportOptions& options, std::istream& in, const std::string& inputName,
               std::ostream& out, std::ostream& err) {
-    if (options.type != "DORVANE") {
+    if (!ReplayRoutine(options.type)) {
         err << "ketrel-export: logs of type " << options.type
-            << " are not available yet; only DORVANE logs can be exported\n";
+            << " are not available yet in this build\n";
         return 2;
     }
-    ExportSession session(err, options.temp, options.speed, options.pressure);
+    ExportSession session(err, options.type, options.temp, options.speed, options.pressure);
     App& app = session.app();
     std::vector<Column> columns = ValueColumns(app);
     std::string row;
@@ -328,7 +320,7 @@ int RunExport(const ExportOptions& options, std::istream& in, const std::string&
         ++frames;
         session.dialogs().context = inputName + ": line " + std::to_string(frame.line);
         try {
-            session.playDorvane(frame.text);
+            session.play(frame.text);
         } catch (const std::exception& e) {
             err << "ketrel-export: " << session.dialogs().context << ": " << e.what() << '\n';
         }

@@ -32,10 +32,6 @@ struct ExportOptions {
     double seconds = 0;    // how long to scan; 0: until interrupted
 };
 
-// The converter's full name for a word of the command line: the full name or its first word,
-// in any case ("dorvane"). Empty when it names none.
-std::string ConverterByName(const std::string& word);
-
 // Reads the arguments (without the program name). Returns an error text, empty when all is
 // well.
 std::string ParseExportArgs(const std::vector<std::string>& args, ExportOptions& options);

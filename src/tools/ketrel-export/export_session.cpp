@@ -1,7 +1,8 @@
 #include "export_session.h"
 
 #include "core/data_tab.h"
-#include "link/dorvane_receive.h"
+#include "core/replay.h"
+#include "link/converters.h"
 #include "obd/monitor_status.h"
 #include "obd/unit_captions.h"
 
@@ -14,8 +15,8 @@ MsgAnswer StreamDialogs::show(const MessageBox& box) {
     return cancelOrDefault(box.buttons);
 }
 
-ExportSession::ExportSession(std::ostream& err, const std::string& temp, const std::string& speed,
-                             const std::string& pressure)
+ExportSession::ExportSession(std::ostream& err, const std::string& type, const std::string& temp,
+                             const std::string& speed, const std::string& pressure)
     : dialogs_(err) {
     app_ = std::make_unique<App>(
         Platform{loop_, dialogs_, settings_, launcher_, display_, ports_, std::filesystem::path()});
@@ -24,22 +25,16 @@ ExportSession::ExportSession(std::ostream& err, const std::string& temp, const s
     a.Speed = speed;
     a.Pressure = pressure;
     a.DataStyle = "1";
-    a.OBDIIHardware = kDorvane;
     InstallDataTab(a);
     SetMainUnitCaptions(a);
     SetExtendedUnitCaptions(a);
     ClearDisplay(a);
     ClearExtendedData(a);
-    // A replay: no session, the watchdog left alone.
-    a.Connected = false;
-    a.PlayingLog = true;
-    a.PlayFormOpen = true;
-    a.LogType = "DORVANE";
+    BeginReplay(a, type);
 }
 
-void ExportSession::playDorvane(const std::string& frame) {
-    SetDorvaneFrame(*app_, frame);
-    DORVANERECEIVE(*app_);
+void ExportSession::play(const std::string& frame) {
+    PlayFrame(*app_, app_->LogType, frame);
 }
 
 }  // namespace ketrel::exporter

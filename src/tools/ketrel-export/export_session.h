@@ -36,12 +36,13 @@ class NoLauncher : public Launcher {
 // in memory and no serial port: nothing of the user's is read or written.
 class ExportSession {
   public:
-    ExportSession(std::ostream& err, const std::string& temp, const std::string& speed,
-                  const std::string& pressure);
+    // A replay of a log of this type word ("DORVANE", "BR3", ...).
+    ExportSession(std::ostream& err, const std::string& type, const std::string& temp,
+                  const std::string& speed, const std::string& pressure);
     App& app() { return *app_; }
     StreamDialogs& dialogs() { return dialogs_; }
-    // One DORVANE frame through the receive routine, as a replay pushes it.
-    void playDorvane(const std::string& frame);
+    // One frame of the log through the receive routine of its type, as the player pushes it.
+    void play(const std::string& frame);
 
   private:
     VirtualEventLoop loop_;

@@ -1,0 +1,73 @@
+#include "link/converters.h"
+
+#include "link/dorvane_link.h"
+#include "link/dorvane_receive.h"
+#include "platform/text_compare.h"
+#include "state/app.h"
+
+namespace ketrel {
+namespace {
+
+const char* dorvaneLogType(const App&) {
+    return "DORVANE";
+}
+
+// The text converter's replay: RxMode and RxPID come from the frame's own columns.
+void replayDorvane(App& app) {
+    SetDorvaneFrame(app, app.RawFrame);
+    DORVANERECEIVE(app);
+}
+
+const std::array<ConverterDriver, 4> kConverters{{
+    {kBr3, "BR3", 19200, nullptr, nullptr, nullptr, nullptr, {}},
+    {kDorvane,
+     "DORVANE",
+     19200,
+     InstallDorvane,
+     DORVANEOpenConnect,
+     DorvaneConnectEnded,
+     dorvaneLogType,
+     {{{"DORVANE", replayDorvane}}}},
+    {kKesh, "KESH", 10400, nullptr, nullptr, nullptr, nullptr, {}},
+    {kTactrix, "TACTRIX", 10400, nullptr, nullptr, nullptr, nullptr, {}},
+}};
+
+}  // namespace
+
+std::span<const ConverterDriver> Converters() {
+    return kConverters;
+}
+
+const ConverterDriver* FindConverter(const std::string& hardware) {
+    for (const ConverterDriver& d : kConverters)
+        if (hardware == d.hardware) return &d;
+    return nullptr;
+}
+
+std::string ConverterByWord(const std::string& word) {
+    for (const ConverterDriver& d : kConverters)
+        if (EqualsNoCase(word, d.hardware) || EqualsNoCase(word, d.word)) return d.hardware;
+    return {};
+}
+
+void InstallConverters(App& app) {
+    for (const ConverterDriver& d : kConverters)
+        if (d.install) d.install(app);
+}
+
+ReceiveRoutine ReplayRoutine(const std::string& type) {
+    for (const ConverterDriver& d : kConverters)
+        for (const LogTypeRoute& r : d.replays)
+            if (r.type && type == r.type) return r.receive;
+    return nullptr;
+}
+
+bool PlayFrame(App& app, const std::string& type, const std::string& frame) {
+    ReceiveRoutine receive = ReplayRoutine(type);
+    if (!receive) return false;
+    app.RawFrame = frame;
+    receive(app);
+    return true;
+}
+
+}  // namespace ketrel
