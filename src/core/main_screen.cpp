@@ -11,10 +11,6 @@ namespace ketrel {
 
 namespace {
 
-// Indicator pairs: the second indicator of PIDs 20 to 27 sits this many items after the first.
-constexpr int kIndicatorDistance = 14;
-// Items of Image1 on the data tab.
-constexpr int kLastIndicator = 41;
 // How long an indicator click lets replies in flight land, in seconds.
 constexpr double kIndicatorSettle = 0.2;
 
@@ -172,21 +168,6 @@ void installMenus(App& app) {
 }
 
 }  // namespace
-
-int IndicatorPid(int item) {
-    if (item == 0 || item == 1) return 1;
-    if (item == 3 || item == 33) return 3;
-    if (item >= 20 + kIndicatorDistance && item <= 27 + kIndicatorDistance)
-        return item - kIndicatorDistance;
-    return item;
-}
-
-std::vector<int> IndicatorItems(int pid) {
-    if (pid == 1) return {0, 1};
-    if (pid == 3) return {3, 33};
-    if (pid >= 20 && pid <= 27) return {pid, pid + kIndicatorDistance};
-    return {pid};
-}
 
 void IndicatorClick(App& app, int item) {
     FrmMain& m = app.frmMain();

@@ -12,13 +12,6 @@ class Control;
 // the session-only controls and the guard that keeps entries of absent screens off.
 void InstallMainScreen(App& app);
 
-// The PID that indicator Image1(item) stands for: items 0 and 1 PID 01, items 3 and 33 PID 03,
-// items 34 to 41 PIDs 20 to 27, any other item the PID of its number.
-int IndicatorPid(int item);
-// Every indicator of a PID: PID 01 has items 0 and 1, PID 03 items 3 and
-// 33, PIDs 20 to 27 items n and n + 14, any other PID the item of its number.
-std::vector<int> IndicatorItems(int pid);
-
 // A click on indicator Image1(item): with "PIDS Override" checked and a session up, turns the
 // PID's polling off (when supported) or forces it on (when not), then lets a reply in flight
 // land during a short pumped wait.

@@ -44,40 +44,50 @@ void blink(App& app) {
     c.Image1[2].setVisible(phase);
 }
 
-// The StartTimer of frmConnecting: the start-of-connect state, then the driver's branch.
-void startConnect(App& app) {
+// The start-of-connect state: flags, status, buttons and menus, and a new header block in the
+// connecting log.
+void beginConnect(App& app) {
     FrmConnecting& c = app.frmConnecting();
     FrmMain& m = app.frmMain();
+    if (app.DetectPanelEnabled) c.txtConnectingInput.setVisible(true);
+    app.ProtocolCode.clear();
+    app.Connecting = true;
+    app.ConnectCancelled = false;
+    app.Mode2ListMissing = false;
+    c.ConnectDone = false;
+    app.ConnectSeconds = 0;
+    if (app.TimeOut == 0) app.TimeOut = 10000;
+    setPanel(app, 1, "CONNECTION STATUS:  CONNECTING...");
+    c.Timer1.start();
+    m.TimeOutConnect.stop();
+    m.button(3).setEnabled(true);
+    m.button(2).setEnabled(false);
+    m.mnuVehicleConnect.setEnabled(false);
+    m.mnuVehicleDisconnect.setEnabled(true);
+    m.mnuFileOpen.setEnabled(false);
+    m.mnuOptionSettings.setEnabled(false);
+    ConnectLogBegin(app);
+}
+
+// The StartTimer of frmConnecting: the start-of-connect state, then the device's branch, again
+// from the start for as long as the device's connect asks for a retry.
+void startConnect(App& app) {
+    FrmConnecting& c = app.frmConnecting();
     try {
         c.StartTimer.stop();
-        if (app.DetectPanelEnabled) c.txtConnectingInput.setVisible(true);
-        app.ProtocolCode.clear();
-        app.Connecting = true;
-        app.ConnectCancelled = false;
-        app.Mode2ListMissing = false;
-        c.ConnectDone = false;
-        app.ConnectSeconds = 0;
-        if (app.TimeOut == 0) app.TimeOut = 10000;
-        setPanel(app, 1, "CONNECTION STATUS:  CONNECTING...");
-        c.Timer1.start();
-        m.TimeOutConnect.stop();
-        m.button(3).setEnabled(true);
-        m.button(2).setEnabled(false);
-        m.mnuVehicleConnect.setEnabled(false);
-        m.mnuVehicleDisconnect.setEnabled(true);
-        m.mnuFileOpen.setEnabled(false);
-        m.mnuOptionSettings.setEnabled(false);
-        ConnectLogBegin(app);
         const ConverterDriver* driver = FindConverter(app.OBDIIHardware);
-        if (driver && driver->connect) {
-            driver->connect(app);
-        } else {
-            app.dialogs().show(MessageBox{
-                "Configuration Error",
-                "The " + app.OBDIIHardware + " is not available in this version of Ketrel.",
-                MsgButtons::Ok, MsgIcon::Stop, false});
-            c.unload();
-            EndSession(app);
+        for (;;) {
+            beginConnect(app);
+            if (!driver || !driver->connect) {
+                app.dialogs().show(MessageBox{
+                    "Configuration Error",
+                    "The " + app.OBDIIHardware + " is not available in this version of Ketrel.",
+                    MsgButtons::Ok, MsgIcon::Stop, false});
+                c.unload();
+                EndSession(app);
+                return;
+            }
+            if (driver->connect(app) != ConnectOutcome::Retry) return;
         }
     } catch (const SerialError& e) {
         if (e.code() == kErrInvalidPort) {

@@ -12,6 +12,12 @@ const char* dorvaneLogType(const App&) {
     return "DORVANE";
 }
 
+// The text converter's connect is armed here and runs on the port's events and timers.
+ConnectOutcome connectDorvane(App& app) {
+    DORVANEOpenConnect(app);
+    return ConnectOutcome::Done;
+}
+
 // The text converter's replay: RxMode and RxPID come from the frame's own columns.
 void replayDorvane(App& app) {
     SetDorvaneFrame(app, app.RawFrame);
@@ -24,7 +30,7 @@ const std::array<ConverterDriver, 4> kConverters{{
      "DORVANE",
      19200,
      InstallDorvane,
-     DORVANEOpenConnect,
+     connectDorvane,
      DorvaneConnectEnded,
      dorvaneLogType,
      {{{"DORVANE", replayDorvane}}}},

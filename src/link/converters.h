@@ -16,6 +16,10 @@ struct LogTypeRoute {
     ReceiveRoutine receive = nullptr;
 };
 
+// How a device's connect ended: done (linked, failed or cancelled; the screens say which), or
+// the user asked to begin the whole connect again from the start.
+enum class ConnectOutcome { Done, Retry };
+
 // One link device as the session, the scan cycle and the log player meet it. Every place that
 // differs by device goes through this row; a new device is a new row.
 struct ConverterDriver {
@@ -27,7 +31,7 @@ struct ConverterDriver {
     // The device's branch of frmConnecting.StartTimer: opens the connecting port and runs or
     // arms the connect. Throws SerialError when a port can't be opened. Null while this build
     // cannot connect to the device.
-    void (*connect)(App& app);
+    ConnectOutcome (*connect)(App& app);
     // Runs when frmConnecting unloads after a connect that was not cancelled; may be null.
     void (*connectEnded)(App& app);
     // The type word of a log recorded now (ProtocolCode may decide) and the routines that

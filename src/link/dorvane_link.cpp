@@ -31,13 +31,6 @@ constexpr std::array<const char*, 18> kFreezeTable{
     nullptr,  nullptr,  nullptr,  "020307", "020407", "020507", "020607", "020707", "020807",
     "020907", "020A07", "020B07", "020C08", "020D07", "020E07", "020F07", "021008", "021106"};
 
-// Indicators that also turn green for a position: the second indicator of PIDs 03, 20-27.
-int secondIndicator(int position) {
-    if (position == 3) return 33;
-    if (position >= 20 && position <= 27) return position + 14;
-    return -1;
-}
-
 void send(App& app, SerialPort& port, const std::string& text) {
     port.output(text);
     LogLine(app, "SENDING:  " + text);
@@ -245,9 +238,8 @@ void DORVANERequest(App& app) {
             if (++app.PollPosition >= 32) app.PollPosition = 1;
         }
         int pos = app.PollPosition;
-        m.Image1[pos].setPicture(kImgGreen);
-        if (pos == 1) m.Image1[0].setPicture(kImgGreen);
-        if (int second = secondIndicator(pos); second >= 0) m.Image1[second].setPicture(kImgGreen);
+        for (int item : IndicatorItems(pos))
+            m.Image1[item].setPicture(kImgGreen);
         text = DorvanePollText(pos);
     }
     if (!text.empty()) {

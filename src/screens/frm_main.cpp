@@ -99,4 +99,23 @@ StatusPanel& FrmMain::panel(int number) {
     return *all[(number >= 1 && number <= 9) ? number - 1 : 0];
 }
 
+namespace {
+constexpr int kIndicatorDistance = 14;
+}  // namespace
+
+int IndicatorPid(int item) {
+    if (item == 0 || item == 1) return 1;
+    if (item == 3 || item == 33) return 3;
+    if (item >= 20 + kIndicatorDistance && item <= 27 + kIndicatorDistance)
+        return item - kIndicatorDistance;
+    return item;
+}
+
+std::vector<int> IndicatorItems(int pid) {
+    if (pid == 1) return {0, 1};
+    if (pid == 3) return {3, 33};
+    if (pid >= 20 && pid <= 27) return {pid, pid + kIndicatorDistance};
+    return {pid};
+}
+
 }  // namespace ketrel

@@ -1,5 +1,6 @@
 #pragma once
 #include <memory>
+#include <vector>
 
 #include "platform/serial_port.h"
 #include "screens/screen.h"
@@ -221,5 +222,14 @@ class FrmMain : public Screen {
     // The ports of the scanning phase (made by the application object).
     std::unique_ptr<SerialPort> MSComm, BR3MSComm, KeshMSComm;
 };
+
+// The PID indicators Image1 of the main screen. Most PIDs have the indicator of their own number;
+// PID 01 has items 0 and 1, PID 03 items 3 and 33, and PIDs 20 to 27 a second item 14 places on
+// (34 to 41), beside their values on the data tab.
+inline constexpr int kLastIndicator = 41;
+// The PID that indicator Image1(item) stands for.
+int IndicatorPid(int item);
+// Every indicator of a PID, its first one first.
+std::vector<int> IndicatorItems(int pid);
 
 }  // namespace ketrel
