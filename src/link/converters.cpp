@@ -1,5 +1,7 @@
 #include "link/converters.h"
 
+#include "link/br3_connect.h"
+#include "link/br3_receive.h"
 #include "link/dorvane_link.h"
 #include "link/dorvane_receive.h"
 #include "platform/text_compare.h"
@@ -25,7 +27,14 @@ void replayDorvane(App& app) {
 }
 
 const std::array<ConverterDriver, 4> kConverters{{
-    {kBr3, "BR3", 19200, nullptr, nullptr, nullptr, nullptr, {}},
+    {kBr3,
+     "BR3",
+     19200,
+     InstallBr3,
+     BR3Connect,
+     nullptr,
+     Br3LogType,
+     {{{"BR3", BR3ReceiveJ1850}, {"BR3ISO", BR3ReceiveISO}}}},
     {kDorvane,
      "DORVANE",
      19200,

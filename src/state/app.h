@@ -58,6 +58,24 @@ struct SessionHooks {
     std::function<void()> FrameDecoded;
 };
 
+// The count-byte converter's connect: whether the connect is over and the probe loops stop,
+// whether a second module's frame is looked for, and which probes' list requests went
+// unanswered. Reset at the start of every connect.
+struct Br3ConnectState {
+    bool ConnectEnded = false;
+    bool SecondFrameExpected = false;
+    bool VpwProbeDone = false, PwmProbeDone = false, IsoProbeDone = false, KwpSlowProbeDone = false,
+         KwpFastProbeDone = false;
+};
+
+// The count-byte converter's request counters. They outlive a session, so a new connection
+// goes on where the last one stopped. J1850 counters: index 0 PWM, 1 VPW; the others are per
+// protocol: 0 PWM, 1 VPW, 2 ISO 9141, 3 KWP 2000.
+struct Br3Counters {
+    std::array<int, 2> VinFrame{0, 0}, CodeFrame{0, 0}, PendingFrame{0, 0};
+    std::array<int, 4> PidIndex{1, 1, 1, 1}, FreezeIndex{1, 1, 1, 1}, ExtendedIndex{33, 33, 33, 33};
+};
+
 // The application object: the one block of session variables, under the names the whole
 // program uses, the screens, and the platform handles. Tests make a fresh one per case.
 class App {
@@ -192,6 +210,10 @@ class App {
     int SyncCount = 0;
     int RetryCount = 0;
     int TimeOutCount = 0;  // firings of the watchdog, 1 to 4
+
+    // ---- The count-byte converter's own state
+    Br3ConnectState Br3Connect;
+    Br3Counters Br3Count;
 
     // ---- Display measurement shared with the start-up check
     int DisplayWidth = 0, DisplayHeight = 0, DisplayDepth = 0;
