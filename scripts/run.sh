@@ -4,6 +4,9 @@
 #   ./scripts/run.sh           Ketrel beside a simulated car: ketrel-sim runs on a pseudo-terminal
 #                              and Ketrel opens with a demo settings profile of its own that
 #                              points at it. Press Connect. Closing Ketrel stops the simulator.
+#   ./scripts/run.sh --converter br3
+#                              The same demo on the simulated count-byte converter (dorvane,
+#                              the text converter, is the default).
 #   ./scripts/run.sh --real    Ketrel with your own settings, for a real link device.
 #
 # The demo profile lives under $XDG_RUNTIME_DIR (or ~/.cache)/ketrel-demo, so your own
@@ -12,10 +15,21 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 mode=demo
-if [ "${1:-}" = "--real" ]; then
-    mode=real
-    shift
-fi
+converter=dorvane
+while [ $# -gt 0 ]; do
+    case "$1" in
+        --real) mode=real; shift ;;
+        --converter)
+            [ $# -ge 2 ] || { echo "--converter wants dorvane or br3" >&2; exit 2; }
+            converter=$2; shift 2 ;;
+        *) break ;;
+    esac
+done
+case "$converter" in
+    dorvane) hardware="DORVANE PROTOCOL CONVERTER"; vehicle=data/sim/idle_then_drive.vehicle ;;
+    br3) hardware="BR3 PROTOCOL CONVERTER"; vehicle=data/sim/vpw.vehicle ;;
+    *) echo "unknown converter \"$converter\": dorvane or br3" >&2; exit 2 ;;
+esac
 
 bash scripts/bootstrap.sh
 jobs=$(nproc 2>/dev/null || echo 2)
@@ -60,10 +74,10 @@ config="$demo/config"
 mkdir -p "$config/Ketrel"
 chmod 700 "$demo"
 
-# The demo profile: the text converter on port 1, and port 1 is the simulator's terminal.
+# The demo profile: the chosen converter on port 1, and port 1 is the simulator's terminal.
 ini="$config/Ketrel/Ketrel.ini"
 touch "$ini"
-ini_set "$ini" Settings OBDIIHardware "DORVANE PROTOCOL CONVERTER"
+ini_set "$ini" Settings OBDIIHardware "$hardware"
 ini_set "$ini" Settings ConnectPort 1
 ini_set "$ini" Ports 1 "$link"
 
@@ -71,7 +85,7 @@ ini_set "$ini" Ports 1 "$link"
 if [ -L "$link" ]; then
     rm -f "$link"
 fi
-build/bin/ketrel-sim --converter dorvane --vehicle data/sim/idle_then_drive.vehicle \
+build/bin/ketrel-sim --converter "$converter" --vehicle "$vehicle" \
     --link "$link" >"$demo/ketrel-sim.log" 2>&1 &
 sim=$!
 stop_sim() {

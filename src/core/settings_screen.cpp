@@ -111,8 +111,7 @@ void loadSettings(App& app, SettingsState& st) {
     fillDeviceLists(app);
     MeasureDisplay(app);
     refreshLogSize(app);
-    // No auto-detect screen exists in this build.
-    s.cmdAutoDetect.setEnabled(false);
+    s.cmdAutoDetect.setEnabled(app.screenByName("frmAutoDetect") != nullptr);
     for (Field* apply : {&s.cmdApplyUnits, &s.cmdApplyDevice, &s.cmdApplyOther, &s.cmdApplyKWP})
         apply->setEnabled(false);
     st.loading = false;
@@ -278,6 +277,14 @@ void installDevicePage(App& app, std::shared_ptr<SettingsState> st) {
     s.cmdApplyDevice.onClick = [&app, st] { applyDevice(app, *st); };
 }
 
+// The probe needs the ports to itself: the screens that hold one go first.
+void openAutoDetect(App& app) {
+    Screen* detect = app.screenByName("frmAutoDetect");
+    if (!detect) return;
+    app.unloadScreens({"frmConnecting", "frmSettings"});
+    detect->show();
+}
+
 void installDefaults(App& app) {
     FrmSettings& s = app.frmSettings();
     s.cmdDefault.onClick = [&app, &s] {
@@ -351,6 +358,7 @@ void InstallSettingsScreen(App& app) {
         if (s.SSTab1.tab() == 3) refreshLogSize(app);
     };
     s.Command1.onClick = [&app] { viewLog(app); };
+    s.cmdAutoDetect.onClick = [&app] { openAutoDetect(app); };
     s.Command2.onClick = [&app] { clearLog(app); };
     for (Field* close : {&s.cmdClose0, &s.cmdClose1, &s.cmdClose2, &s.cmdClose3, &s.cmdClose4})
         close->onClick = [&s] { s.unload(); };

@@ -5,8 +5,10 @@
 
 #include "core/application.h"
 #include "core/startup.h"
+#include "link/auto_detect.h"
 #include "platform/ini_settings_store.h"
 #include "qt/alert_window.h"
+#include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
 #include "qt/qt_serial_port.h"
 #include "qt/settings_window.h"
@@ -33,6 +35,9 @@ DesktopApp::DesktopApp(DesktopOptions o) {
                            [this](Screen&) { return MakeSplashWindow(app_->frmSplash()); });
     windows_->registerView("frmAlertMIL",
                            [this](Screen&) { return MakeAlertWindow(app_->frmAlertMIL()); });
+    if (FrmAutoDetect* detect = AutoDetectScreen(*app_))
+        windows_->registerView("frmAutoDetect",
+                               [detect](Screen&) { return MakeAutoDetectWindow(*detect); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

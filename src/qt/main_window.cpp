@@ -80,7 +80,10 @@ void buildToolbar(QMainWindow* w, FrmMain& m) {
         }
     }
     w->addToolBar(bar);
-    Follow(bar, m.Toolbar1, [bar, &m] { bar->setVisible(m.Toolbar1.visible()); });
+    Follow(bar, m.Toolbar1, [bar, &m] {
+        bar->setVisible(m.Toolbar1.visible());
+        bar->setEnabled(m.Toolbar1.enabled());
+    });
 }
 
 void buildStatusBar(QMainWindow* w, FrmMain& m) {

@@ -196,7 +196,9 @@ std::vector<SimMessage> SimVehicle::answer(const std::vector<std::uint8_t>& requ
                 out.push_back(frame(ecu, data));
             }
         } else if (mode == 0x02 && pid >= 0) {
-            if (auto d = mode2Data(ecu, pid)) {
+            // One freeze frame is stored, frame 0; a request without the number asks for it.
+            bool frameZero = request.size() < 3 || request[2] == 0x00;
+            if (auto d = frameZero ? mode2Data(ecu, pid) : std::nullopt) {
                 std::vector<std::uint8_t> data{0x42, static_cast<std::uint8_t>(pid), 0x00};
                 data.insert(data.end(), d->begin(), d->end());
                 out.push_back(frame(ecu, data));

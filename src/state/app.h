@@ -51,6 +51,8 @@ struct SessionHooks {
     std::function<void()> LinkUp;
     std::function<void()> EndSession;
     std::function<void()> CancelConnect;
+    // The connect command, for screens below core/ that start one (auto detect's Connect).
+    std::function<void()> Connect;
     // Writes one frame to the log being recorded (set by the recorder while it records).
     std::function<void(const std::string&)> RecordFrame;
     // Runs after each frame of the scan has been decoded, RawFrame holding it (a headless

@@ -57,7 +57,7 @@ TEST(SettingsScreen, LoadMirrorsTheVariablesWithoutSwitchingOnApply) {
     EXPECT_TRUE(s.optNO.value());
     EXPECT_TRUE(s.optDisplayOff.value());
     EXPECT_FALSE(s.chConLog.value());
-    EXPECT_FALSE(s.cmdAutoDetect.enabled());
+    EXPECT_TRUE(s.cmdAutoDetect.enabled());
     for (Field* apply : {&s.cmdApplyUnits, &s.cmdApplyDevice, &s.cmdApplyOther, &s.cmdApplyKWP})
         EXPECT_FALSE(apply->enabled()) << apply->name();
     EXPECT_TRUE(t.settings.saveLog().empty());

@@ -45,15 +45,17 @@ inline void Screenshot(QWidget* w, const std::string& name) {
     w->grab().save(dir.filePath(QString::fromStdString(name + ".png")));
 }
 
-// The desktop program over scripted dialogs and an in-memory store, in a temporary folder.
+// The desktop program over scripted dialogs and an in-memory store, in a temporary folder;
+// a test may pass its own port factory.
 struct GuiApp {
-    GuiApp() {
+    explicit GuiApp(SerialPortFactory* ports = nullptr) {
         EnsureQApp();
         DesktopOptions o;
         o.appPath = dir.path();
         o.configRoot = dir.path() / "config";
         o.dialogs = &dialogs;
         o.settings = &settings;
+        o.ports = ports;
         desktop = std::make_unique<DesktopApp>(o);
     }
     ~GuiApp() {

@@ -46,7 +46,7 @@ TEST(SettingsWindow, OpensWithItsPagesAndApplyOff) {
     EXPECT_FALSE(g.w<QRadioButton>("optCelcius")->isChecked());
     EXPECT_EQ(g.w<QRadioButton>("optKPA")->text(), "kPa");
     EXPECT_FALSE(g.w<QPushButton>("cmdApplyUnits")->isEnabled());
-    EXPECT_FALSE(g.w<QPushButton>("cmdAutoDetect")->isEnabled());
+    EXPECT_TRUE(g.w<QPushButton>("cmdAutoDetect")->isEnabled());
     EXPECT_EQ(g.w<QComboBox>("cmbTimedOut")->currentText(), "10");
     EXPECT_EQ(g.w<QComboBox>("cmbPort")->currentText(), "-SELECT-");
     EXPECT_EQ(g.w<QSlider>("sldBR3Speed")->value(), 180);

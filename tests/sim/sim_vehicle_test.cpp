@@ -87,6 +87,7 @@ TEST(SimVehicle, EachModuleAnswersTheSupportPidsItHasAndOnlyThose) {
         {{0x01, 0x40}, {"414040000000"}},
         {{0x01, 0x60}, {}},
         {{0x02, 0x00, 0x00}, {"42000040100000"}},  // frame number 00 before the bitmap
+        {{0x02, 0x00, 0x01}, {}},                  // no frame 01 stored
         {{0x01, 0x0D}, {"410D00"}},                // the transmission's PID only
         {{0x01, 0x06}, {}},                        // nobody's
     };

@@ -54,13 +54,34 @@ TEST(KetrelSim, AnswersLikeTheConverterOnAPseudoTerminal) {
     EXPECT_FALSE(std::filesystem::is_symlink(link));
 }
 
+TEST(KetrelSim, TheCountByteConverterWakesOnASpaceAndAnswersFrames) {
+    SimProcess sim(
+        {"--converter", "br3", "--vehicle", std::string(KETREL_DATA_DIR) + "/sim/pwm.vehicle"});
+    std::string device = sim.firstLine();
+    ASSERT_EQ(device.rfind("/dev/pts/", 0), 0u) << device << sim.errors();
+    int fd = OpenRaw(device);
+    ASSERT_GE(fd, 0);
+    ::usleep(100'000);  // as the program waits after opening; the simulator sees the open
+    auto ask = [fd](const std::string& out, std::size_t size) {
+        EXPECT_EQ(::write(fd, out.data(), out.size()), static_cast<ssize_t>(out.size()));
+        return ReadUntil(
+            fd, [size](const std::string& s) { return s.size() >= size; }, 1000);
+    };
+    EXPECT_EQ(ask(" ", 2), std::string("\x01\xFF", 2));
+    EXPECT_EQ(ask(std::string("\x41\x01", 2), 2), std::string("\x02\x01", 2));
+    std::string support = ask(std::string("\x07\x61\x6A\xF1\x01\x00\x0A\x01", 8), 11);
+    EXPECT_EQ(support.substr(0, 6), std::string("\x0A\x41\x6B\x10\x41\x00", 6));
+    ::close(fd);
+    EXPECT_EQ(sim.stop(SIGTERM), 0);
+}
+
 TEST(KetrelSim, RefusesWhatItCannotDoWithAClearMessage) {
     struct Case {
         std::vector<std::string> args;
         const char* message;
     };
     const Case cases[] = {
-        {{"--converter", "br3"}, "the br3 converter is not available yet"},
+        {{"--converter", "tactrix"}, "the tactrix converter is not available yet"},
         {{"--converter", "kesh"}, "the kesh converter is not available yet"},
         {{}, "--converter is required"},
         {{"--converter", "dorvane", "--vehicle", "/nonexistent.vehicle"},

@@ -12,6 +12,7 @@
 #include "core/application.h"
 #include "core/session.h"
 #include "export_session.h"
+#include "link/converters.h"
 #include "link/port_map.h"
 #include "platform/ini_settings_store.h"
 #include "platform/overlay_settings_store.h"
@@ -165,9 +166,8 @@ int LiveSession::run() {
     Impl& d = *d_;
     App& app = *d.app;
     std::string hardware = app.GetSetting("OBDIIHardware");
-    if (!hardware.empty() && hardware != kDorvane) {
-        d.say("the " + hardware + " is not available yet; only the " + kDorvane +
-              " can connect (see --hardware)");
+    if (const ConverterDriver* driver = FindConverter(hardware); driver && !driver->connect) {
+        d.say("the " + hardware + " is not available yet in this build (see --hardware)");
         return kExitUsage;
     }
     if (d.options.seconds > 0) {

@@ -1,7 +1,7 @@
 // ketrel-sim: runs a simulated converter and vehicle on a pseudo-terminal, in real time, so
 // that the program (or any terminal tool) can open it as it would a serial port.
 //
-//   ketrel-sim --converter dorvane [--vehicle FILE] [--link PATH] [--fast] [--verbose]
+//   ketrel-sim --converter dorvane|br3 [--vehicle FILE] [--link PATH] [--fast] [--verbose]
 //
 // Prints the terminal's device path on the first line of standard output and runs until it
 // is interrupted (SIGINT, SIGTERM); the symbolic link made with --link is removed on exit.
@@ -11,11 +11,13 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
 
+#include "sim/br3_converter.h"
 #include "sim/dorvane_converter.h"
 #include "sim/poll_event_loop.h"
 #include "sim/pty_link.h"
@@ -38,16 +40,16 @@ struct Options {
 };
 
 constexpr const char* kUsage =
-    "usage: ketrel-sim --converter dorvane [--vehicle FILE] [--link PATH] [--fast]\n"
+    "usage: ketrel-sim --converter dorvane|br3 [--vehicle FILE] [--link PATH] [--fast]\n"
     "                  [--verbose]\n"
-    "  --converter NAME  the converter to simulate: dorvane (br3, kesh and tactrix are not\n"
-    "                    available yet)\n"
-    "  --vehicle FILE    the simulated vehicle (see data/sim/*.vehicle); a built-in car if\n"
-    "                    not given\n"
+    "  --converter NAME  the converter to simulate: dorvane (text) or br3 (count bytes);\n"
+    "                    kesh and tactrix are not available yet\n"
+    "  --vehicle FILE    the simulated vehicle and its protocol (see data/sim/*.vehicle);\n"
+    "                    a built-in car if not given\n"
     "  --link PATH       also make a symbolic link PATH to the terminal's device\n"
-    "  --fast            answer at once: no wait for the vehicle and no time on the line,\n"
-    "                    only a 2 ms pause before each \"S\", and \"S\" again after 50 ms\n"
-    "                    without a command (for measuring the program)\n"
+    "  --fast            answer at once: no wait for the vehicle and no time on the line;\n"
+    "                    dorvane still pauses 2 ms before each \"S\", and sends \"S\" again\n"
+    "                    after 50 ms without a command (for measuring the program)\n"
     "  --verbose         log every byte received and sent on standard error\n";
 
 // Reads the command line; an error message, or nothing when it is fine.
@@ -107,12 +109,13 @@ int main(int argc, char** argv) {
         std::cerr << "ketrel-sim: " << *err << "\n" << kUsage;
         return 2;
     }
-    if (opt.converter != "dorvane") {
-        if (opt.converter == "br3" || opt.converter == "kesh" || opt.converter == "tactrix") {
+    if (opt.converter != "dorvane" && opt.converter != "br3") {
+        if (opt.converter == "kesh" || opt.converter == "tactrix") {
             std::cerr << "ketrel-sim: the " << opt.converter
-                      << " converter is not available yet; only dorvane is\n";
+                      << " converter is not available yet; dorvane and br3 are\n";
         } else {
-            std::cerr << "ketrel-sim: unknown converter \"" << opt.converter << "\"; use dorvane\n";
+            std::cerr << "ketrel-sim: unknown converter \"" << opt.converter
+                      << "\"; use dorvane or br3\n";
         }
         return 2;
     }
@@ -130,9 +133,20 @@ int main(int argc, char** argv) {
     }
 
     PollEventLoop loop;
-    DorvaneConverter converter(setup.vehicle, setup.firmware);
-    if (opt.fast) converter.timing = DorvaneTiming::Fast();
-    PtyLink link(loop, converter);
+    std::unique_ptr<SimDevice> device;
+    std::function<void(const std::string&)>* trace = nullptr;
+    if (opt.converter == "br3") {
+        auto br3 = std::make_unique<Br3Converter>(setup.vehicle);
+        if (opt.fast) br3->timing = Br3Timing::Fast();
+        trace = &br3->trace;
+        device = std::move(br3);
+    } else {
+        auto dorvane = std::make_unique<DorvaneConverter>(setup.vehicle, setup.firmware);
+        if (opt.fast) dorvane->timing = DorvaneTiming::Fast();
+        trace = &dorvane->trace;
+        device = std::move(dorvane);
+    }
+    PtyLink link(loop, *device);
     if (opt.verbose) {
         auto stamp = [&loop] {
             char buf[32];
@@ -142,7 +156,7 @@ int main(int argc, char** argv) {
         link.onTraffic = [stamp](const std::string& what, std::string_view bytes) {
             std::cerr << stamp() << what << ' ' << shown(bytes) << std::endl;
         };
-        converter.trace = [stamp](const std::string& line) {
+        *trace = [stamp](const std::string& line) {
             std::cerr << stamp() << "note " << line << std::endl;
         };
     }
