@@ -1,0 +1,138 @@
+#include "link/br3_frames.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "link/br3_request.h"
+#include "link/br3_test_port.h"
+
+namespace ketrel {
+namespace {
+
+using test::Br3Session;
+using test::Spaced;
+
+TEST(Br3Frames, CheckBytesFollowTheirFamilyRule) {
+    const std::uint8_t vpw[] = {0x68, 0x6A, 0xF1, 0x01, 0x00};
+    const std::uint8_t pwm[] = {0x61, 0x6A, 0xF1, 0x01, 0x00};
+    const std::uint8_t iso[] = {0x68, 0x6A, 0xF1, 0x01, 0x00};
+    EXPECT_EQ(J1850Crc(vpw), 0x17);
+    EXPECT_EQ(J1850Crc(pwm), 0x0A);
+    EXPECT_EQ(ByteSum(iso), 0xC4);
+    EXPECT_EQ(Spaced(Br3Frame(Br3Family::J1850, {0x68, 0x6A, 0xF1}, {0x01, 0x00}, 2)),
+              "07 68 6A F1 01 00 17 02");
+}
+
+// The frame each one-shot request sends on each protocol. A J1850 request of frame n carries
+// n as its trailing byte; the first request of a series asks for frame 1.
+TEST(Br3Frames, EveryRequestOfTheFrameSetOnEveryProtocol) {
+    struct Row {
+        const char* request;
+        std::function<void(App&)> raise;
+        std::array<const char*, 4> frames;  // PWM, VPW, ISO 9141, KWP 2000
+    };
+    const Row rows[] = {
+        {"Mode 04",
+         [](App& a) { a.RequestClearCodes = true; },
+         {"06 61 6A F1 04 9F 01", "06 68 6A F1 04 9E 01", "05 68 6A F1 04 C7",
+          "05 C1 33 F1 04 E9"}},
+        {"Mode 03",
+         [](App& a) { a.RequestTroubleCodes = true; },
+         {"06 61 6A F1 03 CC 01", "06 68 6A F1 03 CD 01", "05 68 6A F1 03 C6",
+          "05 C1 33 F1 03 E8"}},
+        {"Mode 07",
+         [](App& a) { a.RequestPendingCodes = true; },
+         {"06 61 6A F1 07 B8 01", "06 68 6A F1 07 B9 01", "05 68 6A F1 07 CA",
+          "05 C1 33 F1 07 EC"}},
+        {"Mode 02 PID 00",
+         [](App& a) { a.RequestFFData = true; },
+         {"07 61 6A F1 02 00 DE 01", "07 68 6A F1 02 00 C3 01", "07 68 6A F1 02 00 00 C5",
+          "07 C3 33 F1 02 00 00 E9"}},
+        {"Mode 02 PID 02",
+         [](App& a) { a.RequestFFCode = true; },
+         {"07 61 6A F1 02 02 E4 01", "07 68 6A F1 02 02 F9 01", "07 68 6A F1 02 02 00 C7",
+          "07 C3 33 F1 02 02 00 EB"}},
+        {"Mode 01 PID 20",
+         [](App& a) { a.RequestPid20 = true; },
+         {"07 61 6A F1 01 20 8D 01", "07 68 6A F1 01 20 90 01", "06 68 6A F1 01 20 E4",
+          "06 C2 33 F1 01 20 07"}},
+        {"Mode 01 PID 40",
+         [](App& a) { a.RequestPid40 = true; },
+         {"07 61 6A F1 01 40 19 01", "07 68 6A F1 01 40 04 01", "06 68 6A F1 01 40 04",
+          "06 C2 33 F1 01 40 27"}},
+        {"Mode 09 PID 02",
+         [](App& a) { a.RequestInfo = true; },
+         {"07 61 6A F1 09 02 6A 01", "07 68 6A F1 09 02 77 01", "06 68 6A F1 09 02 CE",
+          "06 C2 33 F1 09 02 F1"}},
+        {"freeze frame PID 03",
+         [](App& a) {
+             a.RequestFFData = a.FFPidsKnown = a.Mode2Supported[3] = true;
+         },
+         {"07 61 6A F1 02 03 F9 01", "07 68 6A F1 02 03 E4 01", "07 68 6A F1 02 03 00 C8",
+          "07 C3 33 F1 02 03 00 EC"}},
+        {"PID 0C of the cycle",
+         [](App& a) { a.PidWanted[0x0C] = a.Mode1Supported[0x0C] = true; },
+         {"07 61 6A F1 01 0C 96 01", "07 68 6A F1 01 0C 8B 01", "06 68 6A F1 01 0C D0",
+          "06 C2 33 F1 01 0C F3"}},
+    };
+    const char* codes[] = {"02", "01", "03", "04"};
+    const char* headers[] = {"\x61\x6A\xF1", "\x68\x6A\xF1", "\x68\x6A\xF1", "\xC2\x33\xF1"};
+    for (const Row& row : rows) {
+        for (std::size_t p = 0; p < 4; ++p) {
+            Br3Session s(codes[p]);
+            App& app = s.app();
+            app.FrameHeader = headers[p];
+            app.FrameHeader3 = "\xC3\x33\xF1";
+            row.raise(app);
+            BR3Request(app, Br3LineFor(codes[p]));
+            ASSERT_EQ(s.ports.scan->sent.size(), 1u) << row.request << " " << codes[p];
+            EXPECT_EQ(Spaced(s.ports.scan->sent[0]), row.frames[p]) << row.request;
+            EXPECT_TRUE(app.frmMain().BR3Delay.enabled()) << row.request;
+        }
+    }
+}
+
+// The PWM routine on a VPW link (the connect's PID 1C time-out path) sends on the connect's
+// header with the check of the PWM header.
+TEST(Br3Frames, PwmRoutineOnTheVpwHeaderKeepsThePwmCheck) {
+    Br3Session s("01");
+    App& app = s.app();
+    app.FrameHeader = "\x68\x6A\xF1";
+    app.PidWanted[0x0C] = app.Mode1Supported[0x0C] = true;
+    BR3Request(app, Br3Line::Pwm);
+    ASSERT_EQ(s.ports.scan->sent.size(), 1u);
+    EXPECT_EQ(Spaced(s.ports.scan->sent[0]), "07 68 6A F1 01 0C 96 01");
+}
+
+// J1850 frame counters: the VIN in five ticks, trouble codes frames 1 to 3 while the list
+// holds three codes, else frame 1 every time.
+TEST(Br3Frames, J1850FrameNumbersCountOnAcrossTicks) {
+    auto trailing = [](Br3Session& s) {
+        std::string t;
+        for (const std::string& f : s.ports.scan->sent)
+            t += std::to_string(int(static_cast<unsigned char>(f.back())));
+        return t;
+    };
+    {
+        Br3Session s("01");
+        s.app().RequestInfo = true;
+        for (int i = 0; i < 5; ++i)
+            BR3Request(s.app(), Br3Line::Vpw);
+        EXPECT_EQ(trailing(s), "12345");
+        EXPECT_FALSE(s.app().RequestInfo);
+    }
+    for (int codes : {0, 3}) {
+        Br3Session s("02");
+        for (int i = 0; i < codes; ++i)
+            s.app().frmMain().lstCodes.addItem("P0300");
+        for (int i = 0; i < 4; ++i) {
+            s.app().RequestTroubleCodes = true;
+            BR3Request(s.app(), Br3Line::Pwm);
+        }
+        EXPECT_EQ(trailing(s), codes ? "1231" : "1111") << codes;
+    }
+}
+
+}  // namespace
+}  // namespace ketrel
