@@ -66,9 +66,7 @@ TEST(Br3Frames, EveryRequestOfTheFrameSetOnEveryProtocol) {
          {"07 61 6A F1 09 02 6A 01", "07 68 6A F1 09 02 77 01", "06 68 6A F1 09 02 CE",
           "06 C2 33 F1 09 02 F1"}},
         {"freeze frame PID 03",
-         [](App& a) {
-             a.RequestFFData = a.FFPidsKnown = a.Mode2Supported[3] = true;
-         },
+         [](App& a) { a.RequestFFData = a.FFPidsKnown = a.Mode2Supported[3] = true; },
          {"07 61 6A F1 02 03 F9 01", "07 68 6A F1 02 03 E4 01", "07 68 6A F1 02 03 00 C8",
           "07 C3 33 F1 02 03 00 EC"}},
         {"PID 0C of the cycle",

@@ -1,0 +1,180 @@
+#include "link/br3_receive.h"
+
+#include <gtest/gtest.h>
+
+#include "link/br3_test_port.h"
+#include "link/converters.h"
+#include "obd/bit_operations.h"
+
+namespace ketrel {
+namespace {
+
+using test::Br3Session;
+
+// Hex text as raw bytes, as the converter sends them.
+std::string Bytes(const std::string& hex) {
+    std::string out;
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
+        bool bad = false;
+        out.push_back(char(HexTextToByte(hex.substr(i, 2), bad)));
+    }
+    return out;
+}
+
+// One answer through the live path: in the port, read when BR3Delay ticks. The next request
+// finds PID 0D to send.
+void Receive(Br3Session& s, const std::string& hex) {
+    App& app = s.app();
+    app.PidWanted[0x0D] = app.Mode1Supported[0x0D] = true;
+    s.ports.scan->buffer = Bytes(hex);
+    BR3DelayTick(app);
+}
+
+std::string Cell(const std::optional<int>& v) {
+    return v ? std::to_string(*v) : "-";
+}
+
+TEST(Br3Receive, CellsAreCutFromTheColumnsOfTheirFamilyAndMode) {
+    struct Case {
+        const char* protocol;
+        const char* hex;
+        const char* key;     // RxMode/RxPID
+        const char* values;  // ByteValue(1..4)
+        const char* hexes;   // ByteHex(1..4)
+    } cases[] = {
+        {"01", "07486B10410C1AF8C5", "01/0C", "26 248 197 -", "|||"},
+        {"02", "08486B10420C001AF8AA", "02/0C", "26 248 170 -", "1A|F8||"},
+        {"01", "0A486B1043013301340000CC", "03/01", "1 51 1 52", "01|33|01|34"},
+        {"03", "486B10410C1AF8C5", "01/0C", "26 248 197 -", "|||"},
+        {"04", "486B10420C001AF8AA", "02/0C", "26 248 170 -", "1A|F8||"},
+        {"03", "486B1047013301340000CC", "07/01", "1 51 1 52", "01|33|01|34"},
+        // A clear answer has no PID; the answer byte itself is kept.
+        {"02", "05486B1044B0", "04/B0", "- - - -", "44|||"},
+        {"04", "486B1044B0", "04/B0", "- - - -", "44|||"},
+        // Too short for the answer byte: nothing is cut.
+        {"01", "07486B10", "/", "- - - -", "|||"},
+        // A negative answer has the mode digit F and is not decoded.
+        {"03", "486B107F0112", "0F/01", "18 - - -", "|||"},
+    };
+    for (const Case& c : cases) {
+        Br3Session s(c.protocol);
+        App& app = s.app();
+        Receive(s, c.hex);
+        EXPECT_EQ(app.RawFrame, c.hex);
+        EXPECT_EQ(app.frmMain().txtInputBR3.text(), c.hex);
+        EXPECT_EQ(app.RxMode + "/" + app.RxPID, c.key) << c.hex;
+        std::string values, hexes;
+        for (std::size_t n = 1; n <= 4; ++n) {
+            values += (n > 1 ? " " : "") + Cell(app.ByteValue[n]);
+            hexes += (n > 1 ? "|" : "") + app.ByteHex[n];
+        }
+        EXPECT_EQ(values, c.values) << c.hex;
+        EXPECT_EQ(hexes, c.hexes) << c.hex;
+        // The chain goes on: one request follows every answer.
+        EXPECT_EQ(s.ports.scan->sent.size(), 1u) << c.hex;
+        EXPECT_TRUE(app.frmMain().BR3Delay.enabled());
+    }
+}
+
+TEST(Br3Receive, TroubleCodeAnswersFillThreeFramesOfCodes) {
+    // Three J1850 frames of 28 digits, three ISO frames of 22.
+    const std::string j =
+        "0A486B1043010102020303CC0000"
+        "0A486B1043040405050606CC0000"
+        "0A486B1043070708080909CC";
+    const std::string i =
+        "486B10430101020203039C"
+        "486B10430404050506069D"
+        "486B10430707080809099E";
+    for (auto [protocol, hex] : {std::pair{"02", j}, std::pair{"04", i}}) {
+        Br3Session s(protocol);
+        Receive(s, hex);
+        std::string cells;
+        for (std::size_t n = 1; n <= 18; ++n)
+            cells += s.app().ByteHex[n];
+        EXPECT_EQ(cells, "010102020303040405050606070708080909") << protocol;
+    }
+}
+
+TEST(Br3Receive, TheSecondModuleWinsOnLongIsoMode01Answers) {
+    struct Case {
+        const char* protocol;
+        bool secondFrame;
+        const char* hex;
+        int first;
+    } cases[] = {
+        {"03", true,
+         "486B10410C1AF8000011"
+         "486B18410C2B11000022",
+         0x2B},
+        {"03", false,
+         "486B10410C1AF8000011"
+         "486B18410C2B11000022",
+         0x1A},
+        {"03", true, "486B10410C1AF8000011", 0x1A},  // not over 24 digits
+        {"01", true, "07486B10410C1AF800001107486B18410C2B110022", 0x1A},
+    };
+    for (const Case& c : cases) {
+        Br3Session s(c.protocol);
+        s.app().SecondFrameConnect = c.secondFrame;
+        Receive(s, c.hex);
+        EXPECT_EQ(s.app().ByteValue[1], c.first) << c.hex;
+    }
+}
+
+TEST(Br3Receive, VinIsGatheredFromEachFamilysFrames) {
+    const std::string vin = "1GCEK19T4XE123456";
+    auto hexOf = [](const std::string& text) {
+        std::string h;
+        for (unsigned char ch : text)
+            h += ByteToHexText(ch);
+        return h;
+    };
+    // J1850: one frame an answer, frame 1 carries one character after three of padding.
+    {
+        Br3Session s("01");
+        Receive(s, "0A486B10490201000000" + hexOf(vin.substr(0, 1)) + "CC");
+        for (int f = 2; f <= 5; ++f) {
+            EXPECT_EQ(s.app().frmMain().txtVin.text(), "");
+            Receive(s, "0A486B1049020" + std::to_string(f) +
+                           hexOf(vin.substr(std::size_t(1 + 4 * (f - 2)), 4)) + "CC");
+        }
+        EXPECT_EQ(s.app().frmMain().txtVin.text(), vin);
+    }
+    // ISO and KWP: five frames in one answer; a frame out of place ends the rule.
+    std::string all =
+        "486B1049020100000031"
+        "CC";
+    for (int f = 2; f <= 5; ++f)
+        all += "486B1049020" + std::to_string(f) +
+               hexOf(vin.substr(std::size_t(1 + 4 * (f - 2)), 4)) + "CC";
+    for (bool broken : {false, true}) {
+        Br3Session s("04");
+        std::string hex = all;
+        if (broken) hex[54 + 1] = '9';  // frame 3 names itself 9
+        Receive(s, hex);
+        EXPECT_EQ(s.app().VinText, broken ? vin.substr(0, 5) : vin);
+        EXPECT_EQ(s.app().frmMain().txtVin.text(), broken ? "" : vin);
+    }
+}
+
+TEST(Br3Receive, ReplayReadsNoPortAndKeepsTheCellsTheFrameLeavesAlone) {
+    Br3Session s("03");
+    App& app = s.app();
+    app.PlayingLog = true;
+    app.ByteValue[4] = 77;
+    app.ByteHex[7] = "AB";
+    s.ports.scan->buffer = "x";
+    ASSERT_TRUE(PlayFrame(app, "BR3ISO", "486B10410D37"));
+    EXPECT_EQ(app.ByteValue[1], 0x37);
+    EXPECT_EQ(app.ByteValue[4], 77);
+    EXPECT_EQ(app.ByteHex[7], "AB");
+    EXPECT_EQ(s.ports.scan->buffer, "x");
+    EXPECT_TRUE(s.ports.scan->sent.empty());
+    ASSERT_TRUE(PlayFrame(app, "BR3", "07486B10410C1AF8"));
+    EXPECT_EQ(app.RxPID, "0C");
+    EXPECT_EQ(app.ByteValue[1], 0x1A);
+}
+
+}  // namespace
+}  // namespace ketrel
