@@ -1,0 +1,524 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "core/session.h"
+#include "link/br3_frames.h"
+#include "link/conn_log.h"
+#include "sim/br3_converter.h"
+#include "sim/sim_serial_port.h"
+#include "sim/sim_wire.h"
+#include "sim/vehicle_file.h"
+#include "support/test_app.h"
+
+namespace ketrel::test {
+namespace {
+
+sim::SimVehicle Car(const std::string& name) {
+    if (name == "default") return sim::SimVehicle::Default();
+    return sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" + name + ".vehicle").vehicle;
+}
+
+// The simulated converter goes back to sleep whenever the program opens its port. The program
+// opens the port once per connect and then hands the awake converter over from the connecting
+// port to the scanning port; across that handover the converter keeps its state here.
+class HandedOverConverter : public sim::SimDevice {
+  public:
+    HandedOverConverter(sim::Br3Converter& inner, const App& app) : inner_(inner), app_(app) {}
+    void attach(sim::DeviceLink& link) override {
+        SimDevice::attach(link);
+        inner_.attach(link);
+    }
+    void onHostOpen() override {
+        if (!app_.Br3Connect.ConnectEnded) inner_.onHostOpen();
+    }
+    void onHostClose() override { inner_.onHostClose(); }
+    void onByte(unsigned char byte) override { inner_.onByte(byte); }
+    void onBreak(bool on) override { inner_.onBreak(on); }
+    void onBaud(int rate) override { inner_.onBaud(rate); }
+
+  private:
+    sim::Br3Converter& inner_;
+    const App& app_;
+};
+
+// The application joined to a simulated count-byte converter on port 1, on virtual time, with
+// the session logic installed and the settings of a user who chose that converter.
+struct Br3Rig {
+    explicit Br3Rig(const std::string& car = "vpw", int start = 1) : t(&ports), vehicle(Car(car)) {
+        ports.plug(1, wire);
+        App& app = *t;
+        t.settings.save(kAppName, kSection, "OBDIIHardware", kBr3);
+        t.settings.save(kAppName, kSection, "ConnectPort", "1");
+        app.TimeOut = 10000;
+        app.frmMain().TimeOutConnect.setInterval(10000);
+        app.SaveInfo = true;
+        app.ConnectLogEnabled = true;
+        app.BR3Start = start;
+        app.BR3SetDelay = true;
+        app.BR3Delay = "180";
+        app.Temp = "F";
+        std::filesystem::create_directories(t.dir.path() / "Log");
+        InstallSession(app);
+        app.frmMain().load();
+        app.hooks.FrameDecoded = [this] { decoded.push_back(t->RawFrame); };
+    }
+    App& app() { return *t; }
+    const std::vector<std::string>& commands() const { return converter.commands(); }
+    void connect() {
+        t.loop.setLimitMs(t.loop.nowMs() + 200000);  // a hang fails instead of spinning
+        ConnectSession(app());
+    }
+    void run(int ms) { t.loop.runFor(ms); }
+    // Runs fn once, `ms` from now, inside whatever wait is going on.
+    void at(int ms, std::function<void()> fn) {
+        timers.push_back(std::make_unique<Timer>(t.loop.scheduler(), ms));
+        Timer& timer = *timers.back();
+        timer.setHandler([&timer, fn] {
+            timer.stop();
+            fn();
+        });
+        timer.start();
+    }
+    // Runs fn once, as soon as the converter has taken a command that starts with `prefix`.
+    void onCommand(const std::string& prefix, std::function<void()> fn) {
+        timers.push_back(std::make_unique<Timer>(t.loop.scheduler(), 1));
+        Timer& timer = *timers.back();
+        timer.setHandler([this, &timer, prefix, fn] {
+            const auto& c = commands();
+            if (c.empty() || c.back().rfind(prefix, 0) != 0) return;
+            timer.stop();
+            fn();
+        });
+        timer.start();
+    }
+    // Runs fn once, when the connecting screen's answer field first satisfies `holds`.
+    void onInput(std::function<bool(const std::string&)> holds, std::function<void()> fn) {
+        Field& field = app().frmConnecting().txtConnectingInput;
+        field.onChange = [this, holds, fn, done = false]() mutable {
+            if (done || !holds(app().frmConnecting().txtConnectingInput.text())) return;
+            done = true;
+            fn();
+        };
+    }
+    std::vector<std::string> log() const {
+        return Lines(ReadFile(ConnectLog::pathFor(t.dir.path())));
+    }
+    // The connecting log's records without their stamps.
+    std::vector<std::string> logTexts() const {
+        std::vector<std::string> out;
+        for (std::string line : log()) {
+            while (!line.empty() && (line.back() == '\r' || line.back() == '"'))
+                line.pop_back();
+            if (!line.empty() && line.front() == '"') line.erase(0, 1);
+            auto close = line.find(")     ");
+            out.push_back(close == std::string::npos ? line : line.substr(close + 6));
+        }
+        return out;
+    }
+    std::vector<std::string> titles() const {
+        std::vector<std::string> v;
+        for (const MessageBox& b : t.dialogs.shown())
+            v.push_back(b.title);
+        return v;
+    }
+
+    sim::SimSerialPortFactory ports;
+    TestApp t;
+    sim::SimVehicle vehicle;
+    sim::Br3Converter converter{vehicle};
+    HandedOverConverter device{converter, *t};
+    sim::SimWire wire{t.loop.scheduler(), device};
+    std::vector<std::unique_ptr<Timer>> timers;
+    std::vector<std::string> decoded;
+};
+
+// True when `want` appear in `have` in this order, others between them allowed.
+bool InOrder(const std::vector<std::string>& have, const std::vector<std::string>& want) {
+    auto it = have.begin();
+    for (const std::string& w : want) {
+        it = std::find(it, have.end(), w);
+        if (it == have.end()) return false;
+        ++it;
+    }
+    return true;
+}
+
+// A value field that a decoded answer has written.
+bool Shown(const Field& f) {
+    return !f.text().empty() && f.text() != "N/A";
+}
+
+bool Has(const std::vector<std::string>& have, const std::string& s) {
+    return std::find(have.begin(), have.end(), s) != have.end();
+}
+
+TEST(Br3Session, ConnectsOnEachProtocolAndScans) {
+    struct Case {
+        const char* car;
+        int start;
+        const char* protocol;
+        const char* what;
+        int delay;  // BR3Delay chosen automatically
+        std::vector<std::string> log;
+    } cases[] = {
+        {"vpw",
+         1,
+         "01",
+         "1",
+         150,
+         {"TYPE INTERFACE USED:  BR3 PROTOCOL CONVERTER", "SET BAUDRATE:  19200", "SET PORT:  1",
+          "OPEN PORT", "SENDING:  20", "RECEIVED:  01FF", "CLEAR BUFFER", "SENDING:  41 00 (VPW)",
+          "DELAY 175 mS", "SENDING:  07 68 6A F1 01 00 17 01", "DELAY 275 mS",
+          "MODE 01 PID 00 LOOKUP IN PROCESS", "CALL MODE 02 PID 00 PROCEDURE",
+          "SENDING:  07 68 6A F1 02 00 C3 01", "MODE 02 PID 00 LOOKUP IN PROCESS",
+          "CALL MODE 01 PID 28 PROCEDURE", "SENDING:  07 68 6A F1 01 28 46 01",
+          "MODE 01 PID 28 LOOKUP IN PROCESS",
+          "************************END OF CONNECTING************************"}},
+        {"pwm",
+         1,
+         "02",
+         "2",
+         150,
+         {"SENDING:  41 00 (VPW)", "VPW TIMEOUT", "RESET TIMEOUT", "SENDING:  41 01 (PWM)",
+          "SENDING:  07 61 6A F1 01 00 16 01", "SENDING:  07 61 6A F1 02 00 DE 01",
+          "SENDING:  07 61 6A F1 01 28 5Bh 01", "MODE 01 PID 28 LOOKUP IN PROCESS"}},
+        {"iso9141",
+         1,
+         "03",
+         "3",
+         225,
+         {"PWM TIMEOUT", "SENDING:  42 02 33 (ISO - 9141)", "DELAY 3000 mS",
+          "SENDING:  06 68 6A F1 01 00 C4", "SENDING:  07 68 6A F1 02 00 00 C5",
+          "SENDING:  06 68 6A F1 01 28 E0", "MODE 01 PID 28 LOOKUP IN PROCESS"}},
+        {"iso14230",
+         5,
+         "04",
+         "4",
+         225,
+         {"SENDING:  46 03 C1 33 F1 81 66 (KWP2000 (FAST))", "DELAY 300 mS",
+          "SENDING:  06 C2 33 F1 01 00 E7", "SENDING:  07 C2 33 F1 02 00 00 E8",
+          "SENDING:  06 C2 33 F1 01 28 03", "MODE 01 PID 28 LOOKUP IN PROCESS"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.car);
+        Br3Rig r(c.car, c.start);
+        r.connect();
+        App& app = r.app();
+        EXPECT_TRUE(app.Connected);
+        EXPECT_FALSE(app.frmConnecting().loaded());
+        EXPECT_EQ(app.ProtocolCode, c.protocol);
+        EXPECT_EQ(app.frmMain().lblWhatProtocol.text(), c.what);
+        EXPECT_EQ(app.frmMain().BR3Delay.interval(), c.delay);
+        EXPECT_EQ(app.frmMain().panel(1).text(), "CONNECTION STATUS:  CONNECTED");
+        EXPECT_TRUE(app.frmMain().BR3MSComm->portOpen());
+        EXPECT_TRUE(InOrder(r.logTexts(), c.log));
+        EXPECT_TRUE(app.Mode1Supported[0x0C]);
+        r.run(3000);
+        EXPECT_TRUE(app.Connected);
+        EXPECT_GE(r.decoded.size(), 3000u / unsigned(c.delay + 110)) << r.decoded.size();
+        EXPECT_TRUE(Shown(app.frmMain().lblRPM)) << app.frmMain().lblRPM.text();
+        EXPECT_TRUE(r.t.dialogs.shown().empty());
+    }
+}
+
+TEST(Br3Session, NoResponseComesAfterTheLimitsOfTheTriedProbes) {
+    struct Case {
+        const char* name;
+        const char* car;
+        int start;
+        bool converterSilent, vehicleOff;
+        int fromMs, toMs;  // time of the message after the connect began
+        std::vector<std::string> log;
+    } cases[] = {
+        // The retry at the fifth second skips a count: ten seconds are nine.
+        {"converter silent",
+         "vpw",
+         1,
+         true,
+         false,
+         9000,
+         9300,
+         {"SENDING:  20", "SENDING:  20", "UNSUCCESSFUL CONNECTING"}},
+        {"ignition off, all five",
+         "vpw",
+         1,
+         false,
+         true,
+         9000,
+         14000,
+         {"VPW TIMEOUT", "PWM TIMEOUT", "SENDING:  42 02 33 (ISO - 9141)",
+          "SENDING:  42 02 33 (KWP2000 (SLOW))", "SENDING:  46 03 C1 33 F1 81 66 (KWP2000 (FAST))",
+          "CONNECTING TIMEOUT", "UNSUCCESSFUL CONNECTING"}},
+        {"VPW only on a PWM car",
+         "pwm",
+         2,
+         false,
+         false,
+         1000,
+         2400,
+         {"SENDING:  41 00 (VPW)", "VPW TIMEOUT", "CONNECTING TIMEOUT"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Br3Rig r(c.car, c.start);
+        r.converter.setSilent(c.converterSilent);
+        r.converter.setVehicleResponding(!c.vehicleOff);
+        std::int64_t shownAt = 0;
+        r.t.dialogs.onShow = [&](const MessageBox&) { shownAt = r.t.loop.nowMs(); };
+        r.t.dialogs.answerNext(MsgAnswer::Cancel);
+        r.connect();
+        ASSERT_EQ(r.titles(), std::vector<std::string>{"No Response"});
+        const MessageBox& box = r.t.dialogs.shown()[0];
+        EXPECT_EQ(box.buttons, MsgButtons::RetryCancel);
+        EXPECT_EQ(box.icon, MsgIcon::Stop);
+        EXPECT_GE(shownAt, c.fromMs);
+        EXPECT_LE(shownAt, c.toMs);
+        EXPECT_TRUE(InOrder(r.logTexts(), c.log));
+        EXPECT_EQ(Has(r.logTexts(), "CONNECTING TIMEOUT"), !c.converterSilent);
+        EXPECT_TRUE(Has(r.logTexts(), "USER CANCELED"));
+        EXPECT_FALSE(r.app().Connected);
+        EXPECT_FALSE(r.app().frmConnecting().loaded());
+    }
+}
+
+TEST(Br3Session, RetryAfterNoResponseStartsTheWholeConnectAgain) {
+    Br3Rig r("vpw");
+    r.converter.setSilent(true);
+    r.t.dialogs.onShow = [&](const MessageBox&) { r.converter.setSilent(false); };
+    r.t.dialogs.answerNext(MsgAnswer::Retry);
+    r.connect();
+    EXPECT_TRUE(r.app().Connected);
+    std::vector<std::string> log = r.logTexts();
+    EXPECT_TRUE(InOrder(
+        log, {"UNSUCCESSFUL CONNECTING", "RETRY COMMAND", "RESET TIMEOUT",
+              "************************START OF CONNECTING************************",
+              "TYPE INTERFACE USED:  BR3 PROTOCOL CONVERTER", "MODE 01 PID 28 LOOKUP IN PROCESS"}));
+}
+
+TEST(Br3Session, EachStartRowProbesItsOwnProtocols) {
+    struct Case {
+        int start;
+        const char* car;
+        std::vector<std::string> probes;  // start commands the converter took
+        const char* protocol;             // "" when the connect fails
+    } cases[] = {
+        {2, "vpw", {"41 00"}, "01"},
+        {3, "pwm", {"41 01"}, "02"},
+        {3, "vpw", {"41 01"}, ""},
+        {4, "iso9141", {"42 02 33"}, "03"},
+        {4, "iso14230", {"42 02 33"}, "03"},  // its key bytes pass the ISO 9141 test
+        {5, "iso14230", {"46 03 C1 33 F1 81 66"}, "04"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.start) + " " + c.car);
+        Br3Rig r(c.car, c.start);
+        r.t.dialogs.answerNext(MsgAnswer::Cancel);
+        r.connect();
+        std::vector<std::string> probes;
+        for (const std::string& cmd : r.commands())
+            if (cmd.rfind("4", 0) == 0) probes.push_back(cmd);
+        EXPECT_EQ(probes, c.probes);
+        EXPECT_EQ(r.app().Connected, *c.protocol != 0);
+        if (*c.protocol) {
+            EXPECT_EQ(r.app().ProtocolCode, c.protocol);
+        }
+    }
+}
+
+TEST(Br3Session, SecondFrameOnAOneModuleJ1850CarGoesOnToTheNextProbeStillConnected) {
+    Br3Rig r("default");
+    r.app().SecondFrameConnect = true;
+    bool connectedAtPwm = false;
+    r.onCommand("41 01", [&] { connectedAtPwm = r.app().Connected; });
+    r.t.dialogs.answerNext(MsgAnswer::Cancel);
+    r.connect();
+    EXPECT_TRUE(connectedAtPwm);
+    EXPECT_TRUE(Has(r.commands(), "07 68 6A F1 01 00 17 02"));
+    EXPECT_TRUE(
+        InOrder(r.logTexts(),
+                {"MODE 01 PID 00 LOOKUP IN PROCESS", "PROCESSING 2ND FRAME OF MODE 01 PID 00 ",
+                 "SENDING:  07 68 6A F1 01 00 17 02", "MODE 01 PID 00 NOT RECEIVED",
+                 "RESET TIMEOUT", "SENDING:  41 01 (PWM)"}));
+    EXPECT_EQ(r.titles(), std::vector<std::string>{"No Response"});
+}
+
+TEST(Br3Session, TwoModulesOnJ1850AreBothAskedForTheirLists) {
+    Br3Rig r("vpw");
+    r.app().SecondFrameConnect = true;
+    r.connect();
+    EXPECT_TRUE(r.app().Connected);
+    EXPECT_TRUE(InOrder(r.commands(), {"07 68 6A F1 01 00 17 01", "07 68 6A F1 01 00 17 02",
+                                       "07 68 6A F1 02 00 C3 01", "07 68 6A F1 02 00 C3 02"}));
+}
+
+TEST(Br3Session, Pid1CTimeOutLinksUpAndPollsJ1850WithThePwmRoutine) {
+    Br3Rig r("vpw");
+    // The Mode 02 list's answer is in: the next answer, PID 1C's, comes cut short.
+    r.onInput([](const std::string& in) { return in.rfind("0B486B1042", 0) == 0; },
+              [&] { r.converter.cutNextAnswers(1); });
+    r.connect();
+    App& app = r.app();
+    ASSERT_TRUE(app.Connected);
+    EXPECT_TRUE(InOrder(r.logTexts(), {"SENDING:  07 68 6A F1 01 28 46 01", "DELAY 275 mS",
+                                       "MODE 01 PID 28 NOT RECEIVED"}));
+    EXPECT_FALSE(Has(r.logTexts(), "MODE 01 PID 28 LOOKUP IN PROCESS"));
+    r.run(1000);
+    // The frame after PID 1C: on the VPW header with the PWM routine's check.
+    auto it = std::find_if(r.commands().begin(), r.commands().end(), [](const std::string& c) {
+        return c.rfind("07 68 6A F1 01 1C", 0) == 0;
+    });
+    ASSERT_NE(it + 1, r.commands().end());
+    const std::string next = *(it + 1);
+    ASSERT_EQ(next.rfind("07 68 6A F1 01 ", 0), 0u) << next;
+    std::uint8_t pid = std::uint8_t(std::stoi(next.substr(15, 2), nullptr, 16));
+    const std::uint8_t pwm[] = {0x61, 0x6A, 0xF1, 0x01, pid};
+    EXPECT_EQ(std::stoi(next.substr(18, 2), nullptr, 16), J1850Crc(pwm)) << next;
+}
+
+TEST(Br3Session, CancelWhileSynchronisingOrProbingEndsTheConnectAtOnce) {
+    struct Case {
+        const char* name;
+        bool silent;
+        int cancelAtMs;
+    } cases[] = {{"synchronising", true, 2000}, {"probing PWM on a VPW-less car", false, 2600}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Br3Rig r("pwm");
+        r.converter.setSilent(c.silent);
+        std::size_t commandsAtCancel = 0;
+        r.at(c.cancelAtMs, [&] {
+            commandsAtCancel = r.commands().size();
+            r.app().frmConnecting().cmdConnectingCancel.onClick();
+        });
+        r.connect();
+        EXPECT_LT(r.t.loop.nowMs(), c.cancelAtMs + 1000);
+        r.run(5000);
+        EXPECT_FALSE(r.app().Connected);
+        EXPECT_FALSE(r.app().frmConnecting().loaded());
+        EXPECT_FALSE(r.app().frmConnecting().BR3Connecting->portOpen());
+        EXPECT_EQ(r.commands().size(), commandsAtCancel);
+        EXPECT_TRUE(r.t.dialogs.shown().empty());
+        EXPECT_TRUE(Has(r.logTexts(), "USER CANCELED"));
+    }
+}
+
+TEST(Br3Session, ScanChainReadsAfterTheDelayAndSurvivesATooShortDelay) {
+    for (int delay : {150, 20}) {
+        SCOPED_TRACE(delay);
+        Br3Rig r("vpw");
+        r.connect();
+        App& app = r.app();
+        ASSERT_TRUE(app.Connected);
+        app.frmMain().BR3Delay.setInterval(delay);
+        r.decoded.clear();
+        std::size_t sent = r.commands().size();
+        r.run(4000);
+        EXPECT_TRUE(app.Connected);
+        const std::size_t requests = r.commands().size() - sent;
+        // One read for each request (the first read is of the connect's request).
+        EXPECT_LE(r.decoded.size(), requests + 1);
+        EXPECT_GE(r.decoded.size(), requests);
+        std::size_t empty = std::count(r.decoded.begin(), r.decoded.end(), std::string());
+        if (delay == 150) {
+            EXPECT_EQ(empty, 0u);
+            EXPECT_NEAR(double(requests), 4000.0 / 150, 3);
+        } else {
+            EXPECT_GT(empty, 0u);  // the answer came after the read
+        }
+        EXPECT_TRUE(Shown(app.frmMain().lblRPM)) << app.frmMain().lblRPM.text();
+        EXPECT_TRUE(r.t.dialogs.shown().empty());
+    }
+}
+
+TEST(Br3Session, VinCodesAndFreezeFrameOnBothFamilies) {
+    for (auto [car, code] : {std::pair{"vpw", "P0300"}, std::pair{"iso9141", "P0130"}}) {
+        SCOPED_TRACE(car);
+        Br3Rig r(car);
+        r.connect();
+        App& app = r.app();
+        ASSERT_TRUE(app.Connected);
+        app.RequestInfo = true;
+        r.run(3000);
+        EXPECT_EQ(app.frmMain().txtVin.text(), r.vehicle.vin);
+        app.RequestTroubleCodes = true;
+        app.RequestPendingCodes = true;
+        r.run(3000);
+        ASSERT_GE(app.frmMain().lstCodes.count(), 1);
+        EXPECT_EQ(app.frmMain().lstCodes.item(0).substr(0, 5), code);
+        EXPECT_GE(app.frmMain().lstPendingCodes.count(), 1);
+        // The freeze-frame code's answer asks for the freeze frame's values.
+        app.RequestFFCode = true;
+        r.run(6000);
+        EXPECT_EQ(app.LastFreezeCode, code);
+        EXPECT_FALSE(app.RequestFFData);
+        EXPECT_TRUE(Shown(app.frmMain().lblFFCoolant));
+        EXPECT_TRUE(app.Connected);
+        EXPECT_TRUE(r.t.dialogs.shown().empty());
+    }
+}
+
+TEST(Br3Session, AConverterThatFailsEndsInTheDesignedMessageWithoutAHang) {
+    struct Case {
+        const char* name;
+        bool duringConnect;
+        std::function<void(Br3Rig&)> fault;
+        std::vector<std::string> titles;
+    };
+    const Case cases[] = {
+        {"silent during a session",
+         false,
+         [](Br3Rig& r) { r.converter.setSilent(true); },
+         {"Communication Not Found"}},
+        {"rubbish during a session",
+         false,
+         [](Br3Rig& r) { r.converter.garbleNextAnswers(1000000); },
+         {}},
+        {"half frames during a session",
+         false,
+         [](Br3Rig& r) { r.converter.cutNextAnswers(1000000); },
+         {}},
+        {"pulled out during a session",
+         false,
+         [](Br3Rig& r) { r.wire.vanish(); },
+         {"Communication Not Found"}},
+        {"pulled out while probing",
+         true,
+         [](Br3Rig& r) { r.onCommand("41 00", [&r] { r.wire.vanish(); }); },
+         {"No Response"}},
+        {"rubbish while connecting",
+         true,
+         [](Br3Rig& r) { r.converter.garbleNextAnswers(1000000); },
+         {"No Response"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Br3Rig r("vpw");
+        r.t.dialogs.answerNext(MsgAnswer::Cancel);
+        if (c.duringConnect) {
+            c.fault(r);
+            r.connect();
+        } else {
+            r.connect();
+            ASSERT_TRUE(r.app().Connected);
+            r.run(500);
+            c.fault(r);
+            r.run(15000);
+        }
+        if (!c.titles.empty()) {
+            EXPECT_EQ(r.titles(), c.titles);
+            EXPECT_FALSE(r.app().Connected);
+            EXPECT_FALSE(r.app().frmMain().BR3MSComm->portOpen());
+        } else {
+            // What the converter garbles or cuts may still look like a frame: the session
+            // either goes on or ends in the watchdog's message.
+            EXPECT_TRUE(r.app().Connected ||
+                        r.titles() == std::vector<std::string>{"Communication Not Found"});
+        }
+        EXPECT_FALSE(r.app().frmConnecting().loaded());
+    }
+}
+
+}  // namespace
+}  // namespace ketrel::test
