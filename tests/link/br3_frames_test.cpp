@@ -13,17 +13,6 @@ namespace {
 using test::Br3Session;
 using test::Spaced;
 
-TEST(Br3Frames, CheckBytesFollowTheirFamilyRule) {
-    const std::uint8_t vpw[] = {0x68, 0x6A, 0xF1, 0x01, 0x00};
-    const std::uint8_t pwm[] = {0x61, 0x6A, 0xF1, 0x01, 0x00};
-    const std::uint8_t iso[] = {0x68, 0x6A, 0xF1, 0x01, 0x00};
-    EXPECT_EQ(J1850Crc(vpw), 0x17);
-    EXPECT_EQ(J1850Crc(pwm), 0x0A);
-    EXPECT_EQ(ByteSum(iso), 0xC4);
-    EXPECT_EQ(Spaced(Br3Frame(Br3Family::J1850, {0x68, 0x6A, 0xF1}, {0x01, 0x00}, 2)),
-              "07 68 6A F1 01 00 17 02");
-}
-
 // The frame each one-shot request sends on each protocol. A J1850 request of frame n carries
 // n as its trailing byte; the first request of a series asks for frame 1.
 TEST(Br3Frames, EveryRequestOfTheFrameSetOnEveryProtocol) {

