@@ -106,7 +106,7 @@ TEST(KetrelExport, OptionsAreCheckedBeforeAnythingIsRead) {
         int status;
         const char* message;
     } cases[] = {
-        {"--type BR3", 2, "BR3 are not available yet"},
+        {"--type KESHISO-9141", 2, "KESHISO-9141 are not available yet"},
         {"--type=TACTRIXISO-9141", 2, "not available yet"},
         {"--type KESH", 2, "unknown interface type \"KESH\""},
         {"--units F,MPH,bar", 2, "pressure unit must be PSI or kPa"},
