@@ -67,7 +67,7 @@ struct StartRow {
 };
 constexpr std::array<StartRow, 5> kStartRows{{{0, 4}, {0, 0}, {1, 1}, {2, 3}, {4, 4}}};
 
-// One support-list or PID request of the connect, per protocol: the bytes and the log line.
+// The converter or every probe failed: "No Response", and Retry or Cancel.
 ConnectOutcome noResponse(App& app, bool converterSilent) {
     FrmConnecting& c = app.frmConnecting();
     c.ConnectTimeOut.stop();
@@ -222,7 +222,7 @@ ProbeResult runProbe(App& app, const Probe& p) {
         case Wait::Cancelled:
             return ProbeResult::Cancelled;
         case Wait::Limit:
-            LogLine(app, p.giveUpLog);
+            if (p.giveUpLog) LogLine(app, p.giveUpLog);
             app.ConnectSeconds = 0;
             LogLine(app, "RESET TIMEOUT");
             return ProbeResult::Failed;

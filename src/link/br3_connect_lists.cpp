@@ -1,4 +1,6 @@
+// The support lists and PID 1C of the count-byte connect, and the hand-over to the scan.
 #include <array>
+#include <functional>
 #include <string>
 
 #include "link/br3_connect.h"
@@ -10,10 +12,10 @@
 #include "obd/pid_catalogue.h"
 #include "obd/value_decoders.h"
 
-// The support lists and PID 1C of the count-byte connect, and the hand-over to the scan.
 namespace ketrel {
 namespace {
 
+// One support-list or PID request of the connect, per protocol: the bytes and the log line.
 struct ListRequest {
     std::string frame;
     std::string log;  // the trailing byte's two digits follow on J1850
@@ -107,12 +109,48 @@ void openScanPort(App& app, bool writeSettings) {
     scan.setPortOpen(true);
 }
 
+// Pumps until `answered` holds, ConnectSeconds reaches `seconds` or the user cancels; true
+// when the answer came.
+bool awaitAnswer(App& app, long seconds, const std::function<bool()>& answered) {
+    bool came = false;
+    Br3PumpUntil(app, [&] {
+        if (app.ConnectCancelled) return true;
+        if (answered()) {
+            came = true;
+            return true;
+        }
+        return app.ConnectSeconds >= seconds;
+    });
+    return came && !app.ConnectCancelled;
+}
+
+bool listAnswered(App& app) {
+    return Br3ConnectInput(app).size() >= 10;
+}
+
+// On ISO and KWP a second module's answer stands behind the first when the text is long
+// enough for two.
+void noteSecondFrame(App& app, const std::string& text, std::size_t twoFrames) {
+    if (Br3IsJ1850(app) || !app.SecondFrameConnect) return;
+    app.Br3Connect.SecondFrameExpected = text.size() >= twoFrames;
+    if (!app.Br3Connect.SecondFrameExpected) LogLine(app, "2ND FRAME DATA NOT DETECTED");
+}
+
+// A support list's four bytes from these columns through the support lookup.
+void decodeList(App& app, const char* mode, const std::array<int, 4>& columns) {
+    app.RxMode = mode;
+    app.RxPID = "00";
+    cutSupportBits(app, columns);
+    LogLine(app, std::string("MODE ") + mode + " PID 00 LOOKUP IN PROCESS");
+    DecodeSupportPID00(app);
+}
+
 void linkUp(App& app) {
     app.frmConnecting().ConnectDone = true;
     if (app.hooks.LinkUp) app.hooks.LinkUp();
 }
 
-// The converter or every probe failed: "No Response", and Retry or Cancel.
+// The request cycle of a protocol, the scan's first request.
 void runCycleFor(App& app, const std::string& protocolCode) {
     BR3Request(app, Br3LineFor(protocolCode));
 }
@@ -136,17 +174,8 @@ void BR3ConnectMode1List(App& app) {
         c.BR3ConnectDelay.setInterval(275);
         c.BR3ConnectDelay.start();
         LogLine(app, "DELAY 275 mS");
-        bool answered = false;
-        Br3PumpUntil(app, [&] {
-            if (app.ConnectCancelled) return true;
-            if (Br3ConnectInput(app).size() >= 10) {
-                answered = true;
-                return true;
-            }
-            return app.ConnectSeconds >= 2;
-        });
-        if (app.ConnectCancelled) return;
-        if (!answered) {
+        if (!awaitAnswer(app, 2, [&] { return listAnswered(app); })) {
+            if (app.ConnectCancelled) return;
             LogLine(app, "MODE 01 PID 00 NOT RECEIVED");
             app.ConnectSeconds = 0;
             probeFlagFor(app, app.ProtocolCode) = true;
@@ -155,36 +184,23 @@ void BR3ConnectMode1List(App& app) {
         if (app.ProtocolCode == "04SLOW") app.ProtocolCode = "04";
         const bool j1850 = Br3IsJ1850(app);
         const std::string text = Br3ConnectInput(app);
-        if (!j1850 && app.SecondFrameConnect) {
-            if (text.size() < 30) {
-                LogLine(app, "2ND FRAME DATA NOT DETECTED");
-                s.SecondFrameExpected = false;
-            } else {
-                s.SecondFrameExpected = true;
-            }
-        }
+        noteSecondFrame(app, text, 30);
         c.BR3ConnectDelay.stop();
         c.ConnectTimeOut.stop();
         s.ConnectEnded = true;
         app.Connected = true;
         app.RawFrame = text;
-        if (j1850) {
-            m.lblECMAddress.setText(std::string(FrameSlice(text, 7)));
-        } else {
-            m.lblECMAddress.setText(std::string(FrameSlice(text, 5)));
-            if (text.size() >= 30) m.lblECMAddress2.setText(std::string(FrameSlice(text, 25)));
+        m.lblECMAddress.setText(std::string(FrameSlice(text, j1850 ? 7 : 5)));
+        if (!j1850 && text.size() >= 30) {
+            m.lblECMAddress2.setText(std::string(FrameSlice(text, 25)));
         }
-        for (;;) {
-            app.RxMode = "01";
-            app.RxPID = "00";
-            cutSupportBits(app, j1850 ? std::array<int, 4>{13, 15, 17, 19} : columns);
-            LogLine(app, "MODE 01 PID 00 LOOKUP IN PROCESS");
-            DecodeSupportPID00(app);
-            if (j1850 || !s.SecondFrameExpected) break;
+        decodeList(app, "01", j1850 ? std::array<int, 4>{13, 15, 17, 19} : columns);
+        if (!j1850 && s.SecondFrameExpected) {
             // The second module's answer is already in the field.
             s.SecondFrameExpected = false;
             columns = {31, 33, 35, 37};
             LogLine(app, "PROCESSING 2ND FRAME OF MODE 01 PID 00 ");
+            decodeList(app, "01", columns);
         }
         if (j1850 && s.SecondFrameExpected) {
             // The trailing byte asks the converter for the second module's answer.
@@ -209,17 +225,9 @@ void BR3ConnectMode2List(App& app) {
         sendListRequest(app, mode2Request(app, trailing));
         c.BR3ConnectDelay.start();
         LogLine(app, "DELAY 275 mS");
-        bool answered = false;
-        Br3PumpUntil(app, [&] {
-            if (app.ConnectCancelled) return true;
-            if (Br3ConnectInput(app).size() >= 10) {
-                answered = true;
-                return true;
-            }
-            return app.ConnectSeconds >= 2;
-        });
-        if (app.ConnectCancelled) return;
-        if (!answered) {
+        if (!awaitAnswer(app, 2, [&] { return listAnswered(app); })) {
+            if (app.ConnectCancelled) return;
+            // A vehicle without a freeze-frame list connects all the same.
             LogLine(app, "MODE 02 PID 00 NOT RECEIVED");
             c.ConnectTimeOut.stop();
             app.Mode2ListMissing = true;
@@ -228,29 +236,18 @@ void BR3ConnectMode2List(App& app) {
         }
         const bool j1850 = Br3IsJ1850(app);
         const std::string text = Br3ConnectInput(app);
-        if (!j1850 && app.SecondFrameConnect) {
-            if (text.size() < 32) {
-                LogLine(app, "2ND FRAME DATA NOT DETECTED");
-                s.SecondFrameExpected = false;
-            } else {
-                s.SecondFrameExpected = true;
-            }
-        }
+        noteSecondFrame(app, text, 32);
         c.BR3ConnectDelay.stop();
         c.ConnectTimeOut.stop();
         app.RawFrame = text;
         const std::array<int, 4> columns =
             j1850 ? std::array<int, 4>{15, 17, 19, 21} : std::array<int, 4>{13, 15, 17, 19};
-        for (;;) {
-            app.RxMode = "02";
-            app.RxPID = "00";
-            cutSupportBits(app, columns);
-            LogLine(app, "MODE 02 PID 00 LOOKUP IN PROCESS");
-            DecodeSupportPID00(app);
-            if (j1850 || !s.SecondFrameExpected) break;
+        decodeList(app, "02", columns);
+        if (!j1850 && s.SecondFrameExpected) {
             // The columns stay: the second pass reads the same bytes again.
             s.SecondFrameExpected = false;
             LogLine(app, "PROCESSING 2ND FRAME OF MODE 02 PID 00 ");
+            decodeList(app, "02", columns);
         }
         if (j1850 && s.SecondFrameExpected) {
             s.SecondFrameExpected = false;
@@ -270,16 +267,9 @@ void BR3ConnectPid1C(App& app) {
     sendListRequest(app, pid1CRequest(app));
     c.BR3ConnectDelay.start();
     LogLine(app, "DELAY 275 mS");
-    bool answered = false;
-    Br3PumpUntil(app, [&] {
-        if (app.ConnectCancelled) return true;
-        // A vehicle that doesn't offer the PID isn't waited for.
-        if (Br3ConnectInput(app).size() >= 13 || !app.Mode1Supported[0x1C]) {
-            answered = true;
-            return true;
-        }
-        return app.ConnectSeconds >= 1;
-    });
+    // A vehicle that doesn't offer the PID isn't waited for.
+    const bool answered = awaitAnswer(
+        app, 1, [&] { return Br3ConnectInput(app).size() >= 13 || !app.Mode1Supported[0x1C]; });
     if (app.ConnectCancelled) return;
     if (!answered) {
         LogLine(app, "MODE 01 PID 28 NOT RECEIVED");
