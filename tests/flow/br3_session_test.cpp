@@ -405,7 +405,7 @@ TEST(Br3Session, VinCodesAndFreezeFrameOnBothFamilies) {
     }
 }
 
-TEST(Br3Session, AConverterThatFailsEndsInTheDesignedMessageWithoutAHang) {
+TEST(Br3Session, AConverterThatFailsEndsInItsMessageWithoutAHang) {
     const std::string kWatchdog = "Communication Not Found", kNoResponse = "No Response";
     struct Case {
         const char* name;
