@@ -4,9 +4,12 @@
 // and system) this process spent per frame over the same stretch. The simulator is another
 // process, so its own time is not counted.
 //
-//   bench_scan [--seconds N] [--real-timing] [--sim PATH]
+//   bench_scan [--seconds N] [--real-timing] [--sim PATH] [--converter br3 [--vehicle FILE]]
 //
 // --real-timing keeps the simulator's converter and vehicle delays, for comparison.
+// --converter br3 scans the simulated count-byte converter (real timing: its pace is the
+// program's own BR3Delay timer) and reports the frames per second against the limit that
+// timer sets, 1000 / BR3Delay a second.
 //
 // The car is the sample car without PID 1C: the poll position of that PID sends nothing, so
 // the converter would wait for a command until its idle "S", a pause in every round that
@@ -70,6 +73,8 @@ int main(int argc, char** argv) {
     double seconds = 10;
     bool fast = true;
     std::string sim = KETREL_SIM_BINARY;
+    std::string converter = "dorvane";
+    std::string vehicle;
     for (int i = 1; i < argc; ++i) {
         std::string a = argv[i];
         if (a == "--seconds" && i + 1 < argc) {
@@ -78,8 +83,13 @@ int main(int argc, char** argv) {
             fast = false;
         } else if (a == "--sim" && i + 1 < argc) {
             sim = argv[++i];
+        } else if (a == "--converter" && i + 1 < argc) {
+            converter = argv[++i];
+        } else if (a == "--vehicle" && i + 1 < argc) {
+            vehicle = argv[++i];
         } else {
-            std::cerr << "usage: bench_scan [--seconds N] [--real-timing] [--sim PATH]\n";
+            std::cerr << "usage: bench_scan [--seconds N] [--real-timing] [--sim PATH]"
+                         " [--converter br3 [--vehicle FILE]]\n";
             return 2;
         }
     }
@@ -87,11 +97,16 @@ int main(int argc, char** argv) {
     auto folder = std::filesystem::temp_directory_path() /
                   ("ketrel-scan-bench-" + std::to_string(::getpid()));
     std::filesystem::create_directories(folder / "Log");
+    const bool br3 = converter == "br3";
+    if (br3) fast = false;
+    if (vehicle.empty()) {
+        vehicle =
+            br3 ? std::string(KETREL_DATA_DIR) + "/sim/vpw.vehicle" : CarWithout1C(folder).string();
+    }
     int status = 1;
     {
-        std::vector<std::string> args{"--converter", "dorvane",
-                                      "--link",      (folder / "car").string(),
-                                      "--vehicle",   CarWithout1C(folder).string()};
+        std::vector<std::string> args{"--converter", converter, "--link", (folder / "car").string(),
+                                      "--vehicle",   vehicle};
         if (fast) args.push_back("--fast");
         ketrel::test::ChildProcess simulator(sim, args);
         if (simulator.pid() <= 0 || simulator.firstLine().empty()) {
@@ -100,7 +115,7 @@ int main(int argc, char** argv) {
         }
         ketrel::exporter::ExportOptions options;
         options.connect = true;
-        options.hardware = ketrel::kDorvane;
+        options.hardware = br3 ? ketrel::kBr3 : ketrel::kDorvane;
         options.port = (folder / "car").string();
         options.seconds = seconds;
         NullBuffer nothing;
@@ -129,9 +144,17 @@ int main(int argc, char** argv) {
         } else {
             double wall = std::chrono::duration<double>(lastAt - firstAt).count();
             double perFrame = (lastCpu - firstCpu) / double(frames - 1);
-            std::printf("converter: %s\n", fast ? "answers at once (--fast)" : "real timing");
+            double rate = double(frames - 1) / wall;
+            std::printf("converter: %s, %s\n", converter.c_str(),
+                        fast ? "answers at once (--fast)" : "real timing");
             std::printf("frames: %ld in %.2f s\n", frames, wall);
-            std::printf("frames per second: %.1f\n", double(frames - 1) / wall);
+            std::printf("frames per second: %.1f\n", rate);
+            if (br3) {
+                int delay = app.frmMain().BR3Delay.interval();
+                double limit = 1000.0 / delay;
+                std::printf("limit at BR3Delay %d ms: %.2f a second; reached %.1f %%\n", delay,
+                            limit, 100.0 * rate / limit);
+            }
             std::printf("processor time per frame: %.1f us (%.1f %% of one core)\n", perFrame * 1e6,
                         100.0 * (lastCpu - firstCpu) / wall);
         }

@@ -289,7 +289,7 @@ void EndSession(App& app) {
         app.Mode1Supported[std::size_t(pid)] = false;
         app.Mode2Supported[std::size_t(pid)] = false;
         app.PidWanted[std::size_t(pid)] = false;
-        if (pid < 42) m.Image1[pid].setPicture(kImgRed);
+        if (pid <= kLastIndicator) m.Image1[pid].setPicture(kImgRed);
     }
     for (Control* ctl : std::initializer_list<Control*>{
              &m.mnuViewCoolant,      &m.mnuViewFuelPressure, &m.mnuViewMAP,

@@ -1,8 +1,8 @@
 #include "obd/unit_captions.h"
 
-#include <array>
 #include <string>
 
+#include "screens/data_tab_layout.h"
 #include "state/app.h"
 
 namespace ketrel {
@@ -16,54 +16,6 @@ const char* TempWord(const App& app) {
 bool KnownUnits(const std::string& setting, const char* a, const char* b) {
     return setting == a || setting == b;
 }
-
-// What a GridData unit cell shows.
-enum class Unit { None, Temp, Speed, Map, FuelPressure, Fixed };
-struct UnitCell {
-    int row, col;
-    Unit unit;
-    const char* word;
-};
-
-constexpr std::array<UnitCell, 37> kGridUnits{{
-    {1, 2, Unit::Temp, ""},
-    {2, 2, Unit::Temp, ""},
-    {3, 2, Unit::Fixed, "Volts"},
-    {4, 2, Unit::Fixed, "Volts"},
-    {5, 2, Unit::Fixed, "Volts"},
-    {6, 2, Unit::Fixed, "Volts"},
-    {7, 2, Unit::Fixed, "Volts"},
-    {8, 2, Unit::Fixed, "Volts"},
-    {9, 2, Unit::Fixed, "Volts"},
-    {10, 2, Unit::Fixed, "Volts"},
-    {11, 2, Unit::Fixed, "%"},
-    {12, 2, Unit::Fixed, "%"},
-    {13, 2, Unit::Fixed, "%"},
-    {14, 2, Unit::Fixed, "%"},
-    {15, 2, Unit::Fixed, "%"},
-    {16, 2, Unit::Speed, ""},
-    {17, 2, Unit::Fixed, "Deg"},
-    {18, 2, Unit::Fixed, "gm/s"},
-    {1, 6, Unit::Fixed, "%"},
-    {2, 6, Unit::Map, ""},
-    {3, 6, Unit::Fixed, "R.P.M."},
-    {4, 6, Unit::Fixed, "Open/Close"},
-    {5, 6, Unit::Fixed, "Open/Close"},
-    {6, 6, Unit::FuelPressure, ""},
-    {7, 6, Unit::Fixed, "On/OFF"},
-    {8, 6, Unit::None, ""},
-    {9, 6, Unit::Fixed, "%"},
-    {10, 6, Unit::Fixed, "%"},
-    {11, 6, Unit::Fixed, "%"},
-    {12, 6, Unit::Fixed, "%"},
-    {13, 6, Unit::Fixed, "%"},
-    {14, 6, Unit::Fixed, "%"},
-    {15, 6, Unit::Fixed, "%"},
-    {16, 6, Unit::Fixed, "%"},
-    {17, 6, Unit::Fixed, "Yes/No"},
-    {18, 6, Unit::None, ""},
-    {19, 6, Unit::Fixed, "Sec"},
-}};
 
 }  // namespace
 
@@ -108,28 +60,28 @@ void SetExtendedUnitCaptions(App& app) {
 void WriteDataGridUnits(App& app) {
     Grid& g = app.frmMain().GridData;
     bool psi = app.Pressure != "kPa";
-    for (const UnitCell& cell : kGridUnits) {
+    for (const DataTabRow& row : kDataTabRows) {
         std::string word;
-        switch (cell.unit) {
-            case Unit::None:
+        switch (row.gridUnit) {
+            case GridUnit::None:
                 break;
-            case Unit::Temp:
+            case GridUnit::Temp:
                 word = TempWord(app);
                 break;
-            case Unit::Speed:
+            case GridUnit::Speed:
                 word = app.Speed == "KPH" ? "KPH" : "MPH";
                 break;
-            case Unit::Map:
+            case GridUnit::Map:
                 word = psi ? "In/Hg" : "kPa";
                 break;
-            case Unit::FuelPressure:
+            case GridUnit::FuelPressure:
                 word = psi ? "P.S.I" : "kPa";
                 break;
-            case Unit::Fixed:
-                word = cell.word;
+            case GridUnit::Fixed:
+                word = row.gridUnitWord;
                 break;
         }
-        g.setText(cell.row, cell.col, word);
+        g.setText(row.gridRow, row.gridCol + 1, word);
     }
 }
 

@@ -20,37 +20,6 @@ namespace ketrel {
 
 namespace {
 
-// How a value of tab 0 is drawn besides its label: the PID indicator beside it and its unit,
-// either a unit field (rewritten by the unit settings) or a fixed word.
-struct ValueView {
-    const char* label;
-    int indicator;
-    const char* unitField;
-    const char* unitText;
-};
-
-constexpr ValueView kValueViews[] = {
-    {"lblCoolant", 5, "lblTemp(0)", ""},  {"lblIntakeAir", 15, "lblTemp(1)", ""},
-    {"lblO2b1s1", 20, nullptr, "Volts"},  {"lblO2b1s2", 21, nullptr, "Volts"},
-    {"lblO2b1s3", 22, nullptr, "Volts"},  {"lblO2b1s4", 23, nullptr, "Volts"},
-    {"lblO2b2s1", 24, nullptr, "Volts"},  {"lblO2b2s2", 25, nullptr, "Volts"},
-    {"lblO2b2s3", 26, nullptr, "Volts"},  {"lblO2b2s4", 27, nullptr, "Volts"},
-    {"lblLTB1", 7, nullptr, "%"},         {"lblSTB1", 6, nullptr, "%"},
-    {"lblLTB2", 9, nullptr, "%"},         {"lblSTB2", 8, nullptr, "%"},
-    {"lblTps", 17, nullptr, "%"},         {"lblSpeed", 13, "lblMPH(0)", ""},
-    {"lblTiming", 14, nullptr, "Deg"},    {"lblMAF", 16, nullptr, "g/s"},
-    {"lblLoad", 4, nullptr, "%"},         {"lblMAP", 11, "Label10", ""},
-    {"lblRPM", 12, nullptr, "RPM"},       {"lblFuelSys1", 3, nullptr, ""},
-    {"lblFuelSys2", 33, nullptr, ""},     {"lblFuelPres", 10, "lblPSI(0)", ""},
-    {"lblMil", 1, nullptr, ""},           {"lblNumberCodes", 0, nullptr, ""},
-    {"lblSTO2B1S1", 34, nullptr, "%"},    {"lblSTO2B1S2", 35, nullptr, "%"},
-    {"lblSTO2B1S3", 36, nullptr, "%"},    {"LBLSTO2B1S4", 37, nullptr, "%"},
-    {"LBLSTO2B2S1", 38, nullptr, "%"},    {"LBLSTO2B2S2", 39, nullptr, "%"},
-    {"LBLSTO2B2S3", 40, nullptr, "%"},    {"LBLSTO2B2S4", 41, nullptr, "%"},
-    {"lblPTO", 30, nullptr, ""},          {"lblAirCommand", 18, nullptr, ""},
-    {"lblTimeStart", 31, nullptr, "Sec"},
-};
-
 Field& fieldNamed(FrmMain& m, const std::string& name) {
     return *static_cast<Field*>(m.findControl(name));
 }
@@ -159,21 +128,18 @@ QWidget* MakeDataPage(FrmMain& m) {
     g->setVerticalSpacing(3);
     g->setHorizontalSpacing(8);
     for (const DataTabRow& row : kDataTabRows) {
-        const ValueView* view = nullptr;
-        for (const ValueView& vv : kValueViews)
-            if (std::string(vv.label) == row.label) view = &vv;
         int col = row.gridCol == 1 ? 0 : 5;
         auto* ind = new QLabel;
-        ind->setObjectName(QString("Image1(%1)").arg(view->indicator));
-        BindPicture(ind, m.Image1[view->indicator], 12);
-        BindClick(ind, m.Image1[view->indicator]);
+        ind->setObjectName(QString("Image1(%1)").arg(row.indicator));
+        BindPicture(ind, m.Image1[row.indicator], 12);
+        BindClick(ind, m.Image1[row.indicator]);
         g->addWidget(ind, row.gridRow, col);
         g->addWidget(caption(m.Label1[row.captionItem]), row.gridRow, col + 1);
         g->addWidget(readout(fieldNamed(m, row.label)), row.gridRow, col + 2);
-        if (view->unitField) {
-            g->addWidget(caption(fieldNamed(m, view->unitField)), row.gridRow, col + 3);
+        if (row.unitField) {
+            g->addWidget(caption(fieldNamed(m, row.unitField)), row.gridRow, col + 3);
         } else {
-            g->addWidget(text(view->unitText), row.gridRow, col + 3);
+            g->addWidget(text(row.unitWord), row.gridRow, col + 3);
         }
     }
     g->setColumnMinimumWidth(4, 60);

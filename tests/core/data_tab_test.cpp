@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "screens/data_tab_layout.h"
 #include "support/test_app.h"
 
@@ -13,6 +15,23 @@ struct DataTab {
     Field& label(const char* name) { return static_cast<Field&>(*t->frmMain().findControl(name)); }
     test::TestApp t;
 };
+
+// A misspelt name or a shared cell in the row table would only show as a crash or a lost value.
+TEST(DataTab, EveryRowNamesFieldsOfTheMainScreenAndACellOfItsOwn) {
+    test::TestApp t;
+    FrmMain& m = t->frmMain();
+    std::set<std::pair<int, int>> cells;
+    for (const DataTabRow& row : kDataTabRows) {
+        EXPECT_NE(m.findControl(row.label), nullptr) << row.label;
+        EXPECT_TRUE(!row.unitField || m.findControl(row.unitField)) << row.label;
+        EXPECT_TRUE(row.gridCol == 1 || row.gridCol == 5) << row.label;
+        EXPECT_TRUE(cells.insert({row.gridRow, row.gridCol}).second) << row.label;
+        EXPECT_TRUE(row.indicator >= 0 && row.indicator <= kLastIndicator) << row.label;
+        std::vector<int> items = IndicatorItems(IndicatorPid(row.indicator));
+        bool second = items.size() == 2 && items.back() != row.indicator;
+        EXPECT_TRUE(!row.coloursSecondIndicator || second) << row.label;
+    }
+}
 
 TEST(DataTab, NAGreysTheLabelWithItsCaptionAndAValueBringsThemBack) {
     DataTab d;
