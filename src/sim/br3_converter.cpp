@@ -77,6 +77,11 @@ void Br3Converter::reset() {
     busyUntil_ = 0;
 }
 
+void Br3Converter::onHostOpen() {
+    partial_.clear();
+    expected_ = 0;
+}
+
 void Br3Converter::setSilent(bool on) {
     if (on == silent_) return;
     silent_ = on;

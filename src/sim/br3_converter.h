@@ -79,7 +79,10 @@ class Br3Converter : public SimDevice {
     std::function<void(const std::string&)> trace;
 
     void attach(DeviceLink& link) override;
-    void onHostOpen() override { reset(); }
+    // The converter is powered from the car, not from the serial line: opening the port again
+    // (the program hands it from the connecting port to the scanning port) keeps it awake on
+    // its protocol; only a frame half received is dropped.
+    void onHostOpen() override;
     void onByte(unsigned char byte) override;
 
   private:

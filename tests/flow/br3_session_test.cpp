@@ -20,29 +20,6 @@ sim::SimVehicle Car(const std::string& name) {
     return sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" + name + ".vehicle").vehicle;
 }
 
-// The simulated converter goes back to sleep whenever the program opens its port. The program
-// opens the port once per connect and then hands the awake converter over from the connecting
-// port to the scanning port; across that handover the converter keeps its state here.
-class HandedOverConverter : public sim::SimDevice {
-  public:
-    HandedOverConverter(sim::Br3Converter& inner, const App& app) : inner_(inner), app_(app) {}
-    void attach(sim::DeviceLink& link) override {
-        SimDevice::attach(link);
-        inner_.attach(link);
-    }
-    void onHostOpen() override {
-        if (!app_.Br3Connect.ConnectEnded) inner_.onHostOpen();
-    }
-    void onHostClose() override { inner_.onHostClose(); }
-    void onByte(unsigned char byte) override { inner_.onByte(byte); }
-    void onBreak(bool on) override { inner_.onBreak(on); }
-    void onBaud(int rate) override { inner_.onBaud(rate); }
-
-  private:
-    sim::Br3Converter& inner_;
-    const App& app_;
-};
-
 // The application joined to a simulated count-byte converter on port 1, on virtual time, with
 // the session logic installed and the settings of a user who chose that converter.
 struct Br3Rig {
@@ -113,8 +90,7 @@ struct Br3Rig {
     TestApp t;
     sim::SimVehicle vehicle;
     sim::Br3Converter converter{vehicle};
-    HandedOverConverter device{converter, *t};
-    sim::SimWire wire{t.loop.scheduler(), device};
+    sim::SimWire wire{t.loop.scheduler(), converter};
     std::vector<std::unique_ptr<Timer>> timers;
     std::vector<std::string> decoded;
 };

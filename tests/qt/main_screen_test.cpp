@@ -143,6 +143,43 @@ TEST(MainScreenWithSimulator, ConnectsShowsLiveDataCodesAndTheAlert) {
     EXPECT_EQ(m.gridTroubleCode.text(2, 1), "");
 }
 
+// The count-byte converter on a PWM car: the connect walks its probes, the scan fills the data
+// tab and the VIN comes in its five frames.
+TEST(MainScreenWithSimulator, ScansACarThroughTheCountByteConverter) {
+    test::TempDir dir;
+    test::SimProcess sim("/tmp/ketrel-gui-br3-" + std::to_string(::getpid()),
+                         std::string(KETREL_DATA_DIR) + "/sim/pwm.vehicle", "br3");
+    ASSERT_TRUE(sim.ready());
+    GuiApp g;
+    g.settings.save(kAppName, kSection, "OBDIIHardware", kBr3);
+    g.settings.save(kAppName, kSection, "ConnectPort", "1");
+    g.settings.save(kAppName, kSection, "BR3SetDelay", "True");
+    g.settings.save(kAppName, kSection, "Log File", "False");
+    SavePortDevicePath(g.settings, 1, sim.link());
+    g.startPastSplash();
+    QMainWindow* w = mainWindow(g);
+    FrmMain& m = g.app().frmMain();
+
+    w->findChild<QToolBar*>("Toolbar1")->findChild<QAction*>("tbConnect")->trigger();
+    ASSERT_TRUE(g.app().Connected)
+        << (g.dialogs.shown().empty() ? std::string("no message") : g.dialogs.shown()[0].text);
+    EXPECT_EQ(g.app().ProtocolCode, "02");
+    EXPECT_TRUE(test::WaitFor(
+        [&] { return filled(m.lblRPM.text()) && filled(m.lblCoolant.text()); }, 15000));
+    g.find<QTabWidget>("frmMain", "SSTab1")->setCurrentIndex(3);
+    g.find<QPushButton>("frmMain", "cmdRequestInfo")->click();
+    EXPECT_TRUE(test::WaitFor([&] { return m.txtVin.text().size() == 17; }, 5000))
+        << m.txtVin.text();
+    EXPECT_EQ(m.lblWhatProtocol.text(), "2");
+    EXPECT_EQ(w->statusBar()->findChild<QLabel*>("Panel1")->text(),
+              "CONNECTION STATUS:  CONNECTED");
+    test::Screenshot(w, "main_br3_vehicle");
+    g.find<QTabWidget>("frmMain", "SSTab1")->setCurrentIndex(0);
+    test::Screenshot(w, "main_br3_connected");
+    w->findChild<QToolBar*>("Toolbar1")->findChild<QAction*>("tbDisconnect")->trigger();
+    EXPECT_FALSE(g.app().Connected);
+}
+
 TEST(MainScreenView, FunctionKeysTriggerTheirVehicleEntries) {
     struct Case {
         Qt::Key key;

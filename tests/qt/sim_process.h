@@ -17,13 +17,15 @@ namespace ketrel::test {
 class SimProcess {
   public:
     // Starts the simulator with the given vehicle file and waits (up to 3 s) for the link.
-    SimProcess(const std::string& link, const std::string& vehicleFile) : link_(link) {
+    SimProcess(const std::string& link, const std::string& vehicleFile,
+               const std::string& converter = "dorvane")
+        : link_(link) {
         std::filesystem::remove(link_);
         pid_ = ::fork();
         if (pid_ == 0) {
             int quiet = ::open("/dev/null", O_WRONLY);
             ::dup2(quiet, 1);
-            std::vector<std::string> args{KETREL_SIM_BINARY, "--converter", "dorvane", "--vehicle",
+            std::vector<std::string> args{KETREL_SIM_BINARY, "--converter", converter, "--vehicle",
                                           vehicleFile,       "--link",      link_};
             std::vector<char*> argv;
             for (auto& a : args)

@@ -203,12 +203,12 @@ TEST(Br3Converter, InjectedFaults) {
         {"garbled", [](Rig& r) { r.converter.garbleNextAnswers(1); }, 18, 18, false},
         {"cut short", [](Rig& r) { r.converter.cutNextAnswers(1); }, 8, 18, true},
         {"ignition off", [](Rig& r) { r.converter.setVehicleResponding(false); }, 0, 0, true},
-        {"port opened again, asleep",
+        {"port opened again, still awake on its protocol",
          [](Rig& r) {
              r.port->setPortOpen(false);
              r.port->setPortOpen(true);
          },
-         0, 0, true},
+         18, 18, true},
         {"pause inside a frame, dropped",
          [](Rig& r) {
              r.port->output(std::string("\x07\x68\x6A", 3));

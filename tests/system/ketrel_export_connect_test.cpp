@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -25,18 +27,24 @@ std::vector<std::string> Cells(const std::string& line) {
     return v;
 }
 
-// A car that pulls away at once, so speed and engine speed move within seconds.
-std::filesystem::path DrivingCar(const TempDir& dir) {
-    return EditedCopy(std::string(KETREL_DATA_DIR) + "/sim/idle_then_drive.vehicle",
-                      "idle-time  20", "idle-time  1", dir.path() / "driving.vehicle");
+// A car of data/sim that pulls away at once, so speed and engine speed move within seconds.
+std::filesystem::path DrivingCar(const TempDir& dir, const std::string& name = "idle_then_drive") {
+    std::string source = std::string(KETREL_DATA_DIR) + "/sim/" + name + ".vehicle";
+    std::ifstream in(source);
+    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::size_t at = text.find("idle-time");
+    std::size_t end = text.find('\n', at);
+    return EditedCopy(source, text.substr(at, end - at), "idle-time  1",
+                      dir.path() / (name + "-driving.vehicle"));
 }
 
 // The simulator on a pseudo-terminal, with a link to it in the temporary folder.
 struct Car {
-    explicit Car(const TempDir& dir)
-        : link((dir.path() / "car").string()),
-          sim(KETREL_SIM_BINARY,
-              {"--converter", "dorvane", "--vehicle", DrivingCar(dir).string(), "--link", link}) {
+    explicit Car(const TempDir& dir, const std::string& converter = "dorvane",
+                 const std::string& vehicle = "idle_then_drive")
+        : link((dir.path() / ("car-" + vehicle)).string()),
+          sim(KETREL_SIM_BINARY, {"--converter", converter, "--vehicle",
+                                  DrivingCar(dir, vehicle).string(), "--link", link}) {
         device = sim.firstLine();
     }
     std::string link;
@@ -44,11 +52,11 @@ struct Car {
     std::string device;
 };
 
-// ketrel-export with its own empty settings folder.
+// ketrel-export with its own settings folder (empty unless a test writes one).
 struct Export : ChildProcess {
-    Export(const TempDir& dir, std::vector<std::string> args)
+    Export(const TempDir& dir, std::vector<std::string> args, const std::string& config = "config")
         : ChildProcess(KETREL_EXPORT_BINARY, std::move(args),
-                       {"XDG_CONFIG_HOME=" + (dir.path() / "config").string()}) {}
+                       {"XDG_CONFIG_HOME=" + (dir.path() / config).string()}) {}
 };
 
 // Values of one column over all rows, in order, empty cells left out.
@@ -100,6 +108,53 @@ TEST(KetrelExportConnect, ScansTheSimulatedCarForItsTimeAndWritesARowPerFrame) {
     // The settings are read, never written.
     EXPECT_FALSE(std::filesystem::exists(dir.path() / "config" / "Ketrel" / "Ketrel.ini"));
     EXPECT_EQ(car.sim.stop(SIGTERM), 0);
+}
+
+// The count-byte converter on each protocol, all four cars at once: each connects on the
+// protocol its "BR3 Start" row tries, and its engine speed and road speed move.
+TEST(KetrelExportConnect, ScansTheSimulatedBr3OnEachProtocol) {
+    TempDir dir;
+    struct Case {
+        const char* vehicle;
+        const char* start;  // the protocol the connect tries: VPW, PWM, ISO 9141, KWP fast
+        const char* status;
+    } cases[] = {{"vpw", "2", "Trying VPW..."},
+                 {"pwm", "3", "Trying PWM..."},
+                 {"iso9141", "4", "Trying ISO-9141..."},
+                 {"iso14230", "5", "Trying ISO-14230 (FAST)..."}};
+    std::vector<std::unique_ptr<Car>> cars;
+    std::vector<std::unique_ptr<Export>> runs;
+    for (const Case& c : cases) {
+        std::string config = std::string("config-") + c.vehicle;
+        std::filesystem::create_directories(dir.path() / config / "Ketrel");
+        std::ofstream(dir.path() / config / "Ketrel" / "Ketrel.ini")
+            << "[Settings]\nBR3 Start=" << c.start << "\nBR3SetDelay=True\n";
+        cars.push_back(std::make_unique<Car>(dir, "br3", c.vehicle));
+        runs.push_back(std::make_unique<Export>(
+            dir,
+            std::vector<std::string>{"--connect", "--hardware", "br3", "--port", cars.back()->link,
+                                     "--seconds", "9"},
+            config));
+    }
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        Export& run = *runs[i];
+        SCOPED_TRACE(cases[i].vehicle);
+        ASSERT_TRUE(run.collect(25000)) << run.err;
+        EXPECT_EQ(run.exitCode(), 0) << run.err;
+        EXPECT_NE(run.err.find(cases[i].status), std::string::npos) << run.err;
+        std::vector<std::string> lines = Lines(run.out);
+        ASSERT_GT(lines.size(), 10u) << run.err;
+        std::size_t changing = 0;
+        for (const char* column : {"lblRPM", "lblSpeed", "lblCoolant", "lblTimeStart"}) {
+            std::vector<std::string> values = Column(lines, column);
+            std::set<std::string> distinct(values.begin(), values.end());
+            distinct.erase("N/A");
+            if (distinct.size() >= 2) ++changing;
+        }
+        EXPECT_GE(changing, 1u) << "no value moved\n" << run.out;
+        EXPECT_EQ(run.err.find("message"), std::string::npos) << run.err;
+        EXPECT_EQ(cars[i]->sim.stop(SIGTERM), 0);
+    }
 }
 
 TEST(KetrelExportConnect, AnInterruptEndsTheSessionCleanly) {
