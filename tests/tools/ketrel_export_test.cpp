@@ -47,9 +47,22 @@ TEST(KetrelExport, FinalShowsEveryFieldAfterTheLastFrameSortedByName) {
           "frmNewPids.lblBaro\tN/A", "lstCodes\tP0133,P0000", "gridTroubleCode[2,1]\tP0133",
           "gridTroubleCode[3,1]\tP0000"}},
         {"--units C,KPH,kPa --final", {"lblCoolant\t120", "lblSpeed\t100", "lblTemp(0)\tDeg {C}"}},
+        // The count-byte converter's logs: hex pairs, a J1850 answer behind the converter's own
+        // byte, an ISO answer alone; both paths take the extended PIDs too.
+        {"--type BR3 --final " + WriteLog("j1850.log",
+                                          "\"08416B10410C1AF855\"\r\n"
+                                          "\"07416B104105A055\"\r\n"
+                                          "\"07416B10412F8055\"\r\n"),
+         {"lblRPM\t1726", "lblCoolant\t248", "frmNewPids.lblFuelLevel\t50"}},
+        {"--type BR3ISO --final " + WriteLog("iso.log",
+                                             "\"486B10410C1AF855\"\r\n"
+                                             "\"486B104105A055\"\r\n"
+                                             "\"486B10412F8055\"\r\n"),
+         {"lblRPM\t1726", "lblCoolant\t248", "frmNewPids.lblFuelLevel\t50"}},
     };
     for (const Case& c : cases) {
-        ExportRun r = Export(c.args + " '" + kSession + "'");
+        bool ownLog = c.args.find("--type") != std::string::npos;
+        ExportRun r = Export(ownLog ? c.args : c.args + " '" + kSession + "'");
         EXPECT_EQ(r.status, 0) << r.err;
         std::vector<std::string> lines = Lines(r.out);
         for (const std::string& e : c.expected)
