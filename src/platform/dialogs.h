@@ -42,6 +42,13 @@ class ScriptedDialogs : public Dialogs {
     MsgAnswer show(const MessageBox& box) override;
     void answerNext(MsgAnswer a) { script_.push_back(a); }
     const std::vector<MessageBox>& shown() const { return shown_; }
+    // The titles of the boxes shown, in order.
+    std::vector<std::string> titles() const {
+        std::vector<std::string> v;
+        for (const MessageBox& b : shown_)
+            v.push_back(b.title);
+        return v;
+    }
     void clear() { shown_.clear(); }
     // A hook run when a box comes up, before it is answered (a test may act "while it shows").
     std::function<void(const MessageBox&)> onShow;

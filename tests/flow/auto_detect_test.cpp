@@ -50,12 +50,7 @@ struct DetectRig {
     std::string saved(const std::string& key) {
         return t.settings.get(kAppName, kSection, key, "<none>");
     }
-    std::vector<std::string> titles() const {
-        std::vector<std::string> v;
-        for (const MessageBox& b : t.dialogs.shown())
-            v.push_back(b.title);
-        return v;
-    }
+    std::vector<std::string> titles() const { return t.dialogs.titles(); }
 
     sim::SimSerialPortFactory ports;
     TestApp t;

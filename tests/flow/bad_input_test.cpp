@@ -70,10 +70,7 @@ const char* const kWatchdogTitle = "Communication Not Found";
 const char* const kConnectTitle = "No Communication";
 
 std::vector<std::string> Titles(const DorvaneRig& r) {
-    std::vector<std::string> v;
-    for (const MessageBox& b : r.t.dialogs.shown())
-        v.push_back(b.title);
-    return v;
+    return r.t.dialogs.titles();
 }
 
 // A session that is up and scanning, with a limit on virtual time that a hang would hit.

@@ -79,12 +79,7 @@ struct Br3Rig {
         }
         return out;
     }
-    std::vector<std::string> titles() const {
-        std::vector<std::string> v;
-        for (const MessageBox& b : t.dialogs.shown())
-            v.push_back(b.title);
-        return v;
-    }
+    std::vector<std::string> titles() const { return t.dialogs.titles(); }
 
     sim::SimSerialPortFactory ports;
     TestApp t;

@@ -52,6 +52,16 @@ bool filled(const std::string& text) {
     return !text.empty() && text != "N/A";
 }
 
+// The program set up for a converter on port 1, the simulator's terminal, started past its
+// splash screen; the connecting log is not written.
+void StartOnSimulatedPort(GuiApp& g, const char* hardware, const std::string& link) {
+    g.settings.save(kAppName, kSection, "OBDIIHardware", hardware);
+    g.settings.save(kAppName, kSection, "ConnectPort", "1");
+    g.settings.save(kAppName, kSection, "Log File", "False");
+    SavePortDevicePath(g.settings, 1, link);
+    g.startPastSplash();
+}
+
 // The program on a real pseudo-terminal with the simulated car: connect, live data, codes,
 // the freeze frame and the alert, as a user would get them.
 TEST(MainScreenWithSimulator, ConnectsShowsLiveDataCodesAndTheAlert) {
@@ -66,12 +76,8 @@ TEST(MainScreenWithSimulator, ConnectsShowsLiveDataCodesAndTheAlert) {
     test::SimProcess sim("/tmp/ketrel-gui-car-" + std::to_string(::getpid()), car.string());
     ASSERT_TRUE(sim.ready());
     GuiApp g;
-    g.settings.save(kAppName, kSection, "OBDIIHardware", kDorvane);
-    g.settings.save(kAppName, kSection, "ConnectPort", "1");
     g.settings.save(kAppName, kSection, "MilAlert", "True");
-    g.settings.save(kAppName, kSection, "Log File", "False");
-    SavePortDevicePath(g.settings, 1, sim.link());
-    g.startPastSplash();
+    StartOnSimulatedPort(g, kDorvane, sim.link());
     QMainWindow* w = mainWindow(g);
     FrmMain& m = g.app().frmMain();
 
@@ -146,17 +152,12 @@ TEST(MainScreenWithSimulator, ConnectsShowsLiveDataCodesAndTheAlert) {
 // The count-byte converter on a PWM car: the connect walks its probes, the scan fills the data
 // tab and the VIN comes in its five frames.
 TEST(MainScreenWithSimulator, ScansACarThroughTheCountByteConverter) {
-    test::TempDir dir;
     test::SimProcess sim("/tmp/ketrel-gui-br3-" + std::to_string(::getpid()),
                          std::string(KETREL_DATA_DIR) + "/sim/pwm.vehicle", "br3");
     ASSERT_TRUE(sim.ready());
     GuiApp g;
-    g.settings.save(kAppName, kSection, "OBDIIHardware", kBr3);
-    g.settings.save(kAppName, kSection, "ConnectPort", "1");
     g.settings.save(kAppName, kSection, "BR3SetDelay", "True");
-    g.settings.save(kAppName, kSection, "Log File", "False");
-    SavePortDevicePath(g.settings, 1, sim.link());
-    g.startPastSplash();
+    StartOnSimulatedPort(g, kBr3, sim.link());
     QMainWindow* w = mainWindow(g);
     FrmMain& m = g.app().frmMain();
 
