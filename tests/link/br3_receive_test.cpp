@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "link/br3_test_port.h"
-#include "link/converters.h"
 #include "obd/bit_operations.h"
 
 namespace ketrel {
@@ -101,20 +100,6 @@ TEST(Br3Receive, AKLineVinFrameOutOfPlaceLeavesTheVinUnshown) {
         EXPECT_EQ(s.app().VinText, broken ? "1GCEK" : "1GCEK19T4XE123456");
         EXPECT_EQ(s.app().frmMain().txtVin.text(), broken ? "" : "1GCEK19T4XE123456");
     }
-}
-
-TEST(Br3Receive, ReplayReadsNoPortSendsNothingAndKeepsTheCellsTheFrameLeavesAlone) {
-    Br3Session s("03");
-    App& app = s.app();
-    app.PlayingLog = true;
-    app.ByteValue[4] = 77;
-    s.scan->buffer = "x";
-    ASSERT_TRUE(PlayFrame(app, "BR3ISO", "486B10410D37"));
-    ASSERT_TRUE(PlayFrame(app, "BR3", "07486B10410C1AF8"));
-    EXPECT_EQ(app.RxPID + " " + std::to_string(*app.ByteValue[1]), "0C 26");
-    EXPECT_EQ(app.ByteValue[4], 77);
-    EXPECT_EQ(s.scan->buffer, "x");
-    EXPECT_TRUE(s.scan->sent.empty());
 }
 
 }  // namespace
