@@ -50,8 +50,8 @@ struct Br3Rig {
     void run(int ms) { t.loop.runFor(ms); }
     // Runs fn at `ms` of virtual time, inside whatever wait is going on.
     void at(int ms, std::function<void()> fn) { t.loop.scheduler().postAt(ms * 1000, fn); }
-    // True when the connecting log holds these records in this order, others between them.
     std::string log() const { return ReadFile(ConnectLog::pathFor(t.dir.path())); }
+    // True when the connecting log holds these records in this order, others between them.
     bool logged(const Strings& records) const {
         const std::string log = this->log();
         std::size_t at = 0;
@@ -122,6 +122,7 @@ TEST(Br3Session, ConnectsOnEachProtocolAndScans) {
         EXPECT_TRUE(app.Connected);
         EXPECT_FALSE(app.frmConnecting().loaded());
         EXPECT_EQ(app.ProtocolCode, c.protocol);
+        EXPECT_EQ(app.frmMain().lblWhatProtocol.text(), std::string(1, c.protocol[1]));
         EXPECT_EQ(app.frmMain().BR3Delay.interval(), j1850 ? 150 : 225);
         EXPECT_TRUE(r.logged(c.log));
         // The scan: one read a BR3Delay after each request, each read finding its answer.
