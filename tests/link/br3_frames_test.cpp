@@ -11,10 +11,16 @@ namespace ketrel {
 namespace {
 
 using test::Br3Session;
-using test::Spaced;
 
-// The frame each one-shot request sends on each protocol. A J1850 request of frame n carries
-// n as its trailing byte; the first request of a series asks for frame 1.
+// Raises the custom list with one PID (0x21) wanted and offered.
+void RaiseCustomList(App& a) {
+    a.CustomListActive = true;
+    a.ExtendedPIDCount = 1;
+    a.PidWanted[0x21] = a.Mode1Supported[0x21] = true;
+}
+
+// The frame each request sends on each protocol. A J1850 request of frame n carries n as its
+// trailing byte; the first request of a series asks for frame 1.
 TEST(Br3Frames, EveryRequestOfTheFrameSetOnEveryProtocol) {
     struct Row {
         const char* request;
@@ -62,6 +68,21 @@ TEST(Br3Frames, EveryRequestOfTheFrameSetOnEveryProtocol) {
          [](App& a) { a.PidWanted[0x0C] = a.Mode1Supported[0x0C] = true; },
          {"07 61 6A F1 01 0C 96 01", "07 68 6A F1 01 0C 8B 01", "06 68 6A F1 01 0C D0",
           "06 C2 33 F1 01 0C F3"}},
+        // J1850 serves the custom list before the freeze code and the codes, ISO and KWP last.
+        {"custom list, freeze code and codes",
+         [](App& a) {
+             RaiseCustomList(a);
+             a.RequestFFCode = a.RequestTroubleCodes = a.RequestPendingCodes = true;
+         },
+         {"07 61 6A F1 01 21 90 01", "07 68 6A F1 01 21 8D 01", "07 68 6A F1 02 02 00 C7",
+          "07 C3 33 F1 02 02 00 EB"}},
+        {"custom list and pending codes",
+         [](App& a) {
+             RaiseCustomList(a);
+             a.RequestPendingCodes = true;
+         },
+         {"07 61 6A F1 01 21 90 01", "07 68 6A F1 01 21 8D 01", "05 68 6A F1 07 CA",
+          "05 C1 33 F1 07 EC"}},
     };
     const char* codes[] = {"02", "01", "03", "04"};
     const char* headers[] = {"\x61\x6A\xF1", "\x68\x6A\xF1", "\x68\x6A\xF1", "\xC2\x33\xF1"};
@@ -73,42 +94,15 @@ TEST(Br3Frames, EveryRequestOfTheFrameSetOnEveryProtocol) {
             app.FrameHeader3 = "\xC3\x33\xF1";
             row.raise(app);
             BR3Request(app, Br3LineFor(codes[p]));
-            ASSERT_EQ(s.ports.scan->sent.size(), 1u) << row.request << " " << codes[p];
-            EXPECT_EQ(Spaced(s.ports.scan->sent[0]), row.frames[p]) << row.request;
+            EXPECT_EQ(s.sentHex(), std::vector<std::string>{row.frames[p]}) << row.request;
             EXPECT_TRUE(app.frmMain().BR3Delay.enabled()) << row.request;
         }
     }
 }
 
-// The PWM routine on a VPW link (the connect's PID 1C time-out path) sends on the connect's
-// header with the check of the PWM header.
-TEST(Br3Frames, PwmRoutineOnTheVpwHeaderKeepsThePwmCheck) {
-    Br3Session s("01");
-    App& app = s.app();
-    app.FrameHeader = "\x68\x6A\xF1";
-    app.PidWanted[0x0C] = app.Mode1Supported[0x0C] = true;
-    BR3Request(app, Br3Line::Pwm);
-    ASSERT_EQ(s.ports.scan->sent.size(), 1u);
-    EXPECT_EQ(Spaced(s.ports.scan->sent[0]), "07 68 6A F1 01 0C 96 01");
-}
-
-// J1850 frame counters: the VIN in five ticks, trouble codes frames 1 to 3 while the list
-// holds three codes, else frame 1 every time.
-TEST(Br3Frames, J1850FrameNumbersCountOnAcrossTicks) {
-    auto trailing = [](Br3Session& s) {
-        std::string t;
-        for (const std::string& f : s.ports.scan->sent)
-            t += std::to_string(int(static_cast<unsigned char>(f.back())));
-        return t;
-    };
-    {
-        Br3Session s("01");
-        s.app().RequestInfo = true;
-        for (int i = 0; i < 5; ++i)
-            BR3Request(s.app(), Br3Line::Vpw);
-        EXPECT_EQ(trailing(s), "12345");
-        EXPECT_FALSE(s.app().RequestInfo);
-    }
+// J1850 asks for trouble-code frames 1 to 3 in turn while the list holds three codes, else for
+// frame 1 every time.
+TEST(Br3Frames, J1850TroubleCodeFramesCountOnAcrossTicks) {
     for (int codes : {0, 3}) {
         Br3Session s("02");
         for (int i = 0; i < codes; ++i)
@@ -117,7 +111,10 @@ TEST(Br3Frames, J1850FrameNumbersCountOnAcrossTicks) {
             s.app().RequestTroubleCodes = true;
             BR3Request(s.app(), Br3Line::Pwm);
         }
-        EXPECT_EQ(trailing(s), codes ? "1231" : "1111") << codes;
+        std::string trailing;
+        for (const std::string& frame : s.sentHex())
+            trailing += frame.back();
+        EXPECT_EQ(trailing, codes ? "1231" : "1111") << codes;
     }
 }
 
