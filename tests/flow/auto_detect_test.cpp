@@ -44,9 +44,11 @@ TEST(AutoDetect, TheVersionAnswerIsGatheredAndStatusChunksAreDroppedWhole) {
         std::vector<std::string> chunks;
         bool found;
     } cases[] = {
-        {{"V1.23"}, true},   {{"V1", ".2"}, true}, {{"PV1.23"}, false},
-        {{"TV1.23"}, false}, {{"IV1.2"}, false},   {{"x", "V1.23"}, false},
-        {{"V1."}, false},    {{"S"}, false},  // a sync with no answer behind it
+        {{"V1.23"}, true},       {{"V1", ".2"}, true},
+        {{"P", "V1.23"}, true},  {{"T", "V1.23"}, true},
+        {{"I", "V1.23"}, true},  {{"PV1.23"}, false},
+        {{"x", "V1.23"}, false}, {{"V1."}, false},
+        {{"S"}, false},  // a sync with nothing behind
     };
     const std::vector<std::string> swept{"1.1", "1.2", "1.3", "1.4", "2.1"};
     for (const auto& c : cases) {
@@ -94,7 +96,7 @@ TEST(AutoDetect, AProbeAnswerNotEndingInFFIsNoConverterAndRetriesEndInTooMany) {
 
 TEST(AutoDetect, ClosingDuringTheSweepAsksWhetherToAbort) {
     for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-        DetectRig r(1);
+        DetectRig r(2);  // a silent device: its port stays open through the wait
         bool closed = false;
         r.t.loop.scheduler().postAt(600'000, [&] {
             r.t.dialogs.answerNext(answer);
