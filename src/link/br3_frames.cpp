@@ -45,6 +45,10 @@ std::string Br3Frame(Br3Family family, const Br3Header& header,
     return Br3Frame(family, header, header, data, trailing);
 }
 
+std::string KlineFrame(const Br3Header& header, std::initializer_list<std::uint8_t> data) {
+    return Br3Frame(Br3Family::IsoKwp, header, data).substr(1);
+}
+
 Br3Header HeaderFromText(const std::string& text, const Br3Header& fallback) {
     if (text.size() != 3) return fallback;
     return {std::uint8_t(text[0]), std::uint8_t(text[1]), std::uint8_t(text[2])};

@@ -29,6 +29,10 @@ std::string Br3Frame(Br3Family family, const Br3Header& wireHeader, const Br3Hea
 std::string Br3Frame(Br3Family family, const Br3Header& header,
                      std::initializer_list<std::uint8_t> data, std::uint8_t trailing = 1);
 
+// The same frame as the vehicle sees it on a bare K-line: the ISO/KWP frame without the count
+// byte, as the raw K-line cables send it.
+std::string KlineFrame(const Br3Header& header, std::initializer_list<std::uint8_t> data);
+
 // A header kept as three raw bytes in FrameHeader or FrameHeader3; `fallback` when the text
 // does not hold three bytes.
 Br3Header HeaderFromText(const std::string& text, const Br3Header& fallback);

@@ -40,7 +40,7 @@ constexpr AnswerLayout kIsoKwp{false,
                                {11, 13, 15, 17},
                                {17, 19, 31, 33, 35, 37, 39, 41, 53, 55, 57, 59, 61, 63}};
 
-void clearCells(App& app) {
+void clearCellsOf(App& app) {
     for (std::size_t n = 1; n <= 18; ++n) {
         app.ByteBits[n].clear();
         app.ByteHex[n].clear();
@@ -140,12 +140,7 @@ void vinIsoKwp(App& app) {
     app.frmMain().txtVin.setText(app.VinText);
 }
 
-void receive(App& app, const AnswerLayout& layout) {
-    if (!app.PlayingLog) {
-        if (!app.Connected) return;
-        clearCells(app);
-        readAnswer(app);
-    }
+void decode(App& app, const AnswerLayout& layout, ReceivePath path) {
     cutModeAndPid(app, layout);
     // The second module's answer wins where two answered a Mode 01 request.
     if (!layout.j1850 && app.SecondFrameConnect && app.RxMode == "01" && app.RawFrame.size() > 24) {
@@ -155,14 +150,31 @@ void receive(App& app, const AnswerLayout& layout) {
     if (app.RxMode == "09") {
         layout.j1850 ? vinJ1850(app) : vinIsoKwp(app);
     } else {
-        DispatchFrame(app, ReceivePath::Br3);
+        DispatchFrame(app, path);
     }
+}
+
+void receive(App& app, const AnswerLayout& layout) {
+    if (!app.PlayingLog) {
+        if (!app.Connected) return;
+        ClearFrameCells(app);
+        readAnswer(app);
+    }
+    decode(app, layout, ReceivePath::Br3);
     if (app.PlayingLog) return;  // a log being played sends nothing
     if (app.hooks.FrameDecoded) app.hooks.FrameDecoded();
     BR3Request(app, Br3LineFor(app.ProtocolCode));
 }
 
 }  // namespace
+
+void ClearFrameCells(App& app) {
+    clearCellsOf(app);
+}
+
+void DecodeIsoKwpFrame(App& app, ReceivePath path) {
+    decode(app, kIsoKwp, path);
+}
 
 void BR3ReceiveJ1850(App& app) {
     receive(app, kJ1850);

@@ -78,6 +78,14 @@ struct Br3Counters {
     std::array<int, 4> PidIndex{1, 1, 1, 1}, FreezeIndex{1, 1, 1, 1}, ExtendedIndex{33, 33, 33, 33};
 };
 
+// Where the raw K-line connect stands: the connect routine waits on these while the wake-up
+// runs on the port's events and the time-out.
+struct KeshConnectState {
+    bool SecondFrameExpected = false;
+    bool Finished = false;  // the message was answered, or the connect ended otherwise
+    bool Retry = false;     // the user asked for the whole connect again
+};
+
 // The application object: the one block of session variables, under the names the whole
 // program uses, the screens, and the platform handles. Tests make a fresh one per case.
 class App {
@@ -216,6 +224,10 @@ class App {
     // ---- The count-byte converter's own state
     Br3ConnectState Br3Connect;
     Br3Counters Br3Count;
+
+    // ---- The raw K-line cables' own state (their counters use the ISO and KWP slots)
+    KeshConnectState KeshConnect;
+    Br3Counters KeshCount;
 
     // ---- Display measurement shared with the start-up check
     int DisplayWidth = 0, DisplayHeight = 0, DisplayDepth = 0;
