@@ -4,6 +4,8 @@
 #include "link/br3_receive.h"
 #include "link/dorvane_link.h"
 #include "link/dorvane_receive.h"
+#include "link/kesh_connect.h"
+#include "link/kesh_receive.h"
 #include "platform/text_compare.h"
 #include "state/app.h"
 
@@ -43,8 +45,23 @@ const std::array<ConverterDriver, 4> kConverters{{
      DorvaneConnectEnded,
      dorvaneLogType,
      {{{"DORVANE", replayDorvane}}}},
-    {kKesh, "KESH", 10400, nullptr, nullptr, nullptr, nullptr, {}},
-    {kTactrix, "TACTRIX", 10400, nullptr, nullptr, nullptr, nullptr, {}},
+    {kKesh,
+     "KESH",
+     10400,
+     InstallKesh,
+     KeshConnect,
+     nullptr,
+     KeshLogType,
+     {{{"KESHISO-9141", KeshReceiveISO}}}},
+    // The same cable logic under another name; only the log type word differs.
+    {kTactrix,
+     "TACTRIX",
+     10400,
+     nullptr,
+     KeshConnect,
+     nullptr,
+     KeshLogType,
+     {{{"TACTRIXISO-9141", KeshReceiveISO}}}},
 }};
 
 }  // namespace
