@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <string_view>
 
 #include "link/br3_receive.h"
 #include "link/conn_log.h"
@@ -18,9 +19,10 @@
 namespace ketrel {
 namespace {
 
-constexpr const char* kIsoPid00 = "\x68\x6A\xF1\x01\x00\xC4";
-constexpr const char* kKwpPid00 = "\xC2\x33\xF1\x01\x00\xE7";
-constexpr const char* kStartCommunication = "\xC1\x33\xF1\x81\x66";
+// Frames of the connect; they hold 0x00 bytes.
+constexpr std::string_view kIsoPid00{"\x68\x6A\xF1\x01\x00\xC4", 6};
+constexpr std::string_view kKwpPid00{"\xC2\x33\xF1\x01\x00\xE7", 6};
+constexpr std::string_view kStartCommunication{"\xC1\x33\xF1\x81\x66", 5};
 
 // One slot of the 5-baud address byte 0x33, least significant bit first.
 struct BitSlot {
@@ -71,8 +73,8 @@ void onPort(App& app, Fn fn) {
     }
 }
 
-void sendText(App& app, const std::string& bytes) {
-    app.FrameOut = bytes;
+void sendText(App& app, std::string_view bytes) {
+    app.FrameOut = std::string(bytes);
     onPort(app, [&](SerialPort& p) { p.output(bytes); });
 }
 
