@@ -59,6 +59,15 @@ TEST(KetrelExport, FinalShowsEveryFieldAfterTheLastFrameSortedByName) {
                                              "\"486B104105A055\"\r\n"
                                              "\"486B10412F8055\"\r\n"),
          {"lblRPM\t1726", "lblCoolant\t248", "frmNewPids.lblFuelLevel\t50"}},
+        // The K-line cables' logs: the answers with the echo already cut, ISO 9141 or KWP 2000.
+        {"--type KESHISO-9141 --final " + WriteLog("kesh.log",
+                                                   "\"486B10410C1AF855\"\r\n"
+                                                   "\"486B104105A055\"\r\n"),
+         {"lblRPM\t1726", "lblCoolant\t248"}},
+        {"--type=TACTRIXISO-9141 --final " + WriteLog("tactrix.log",
+                                                      "\"84F110410C1AF855\"\r\n"
+                                                      "\"83F1104105A055\"\r\n"),
+         {"lblRPM\t1726", "lblCoolant\t248"}},
     };
     for (const Case& c : cases) {
         bool ownLog = c.args.find("--type") != std::string::npos;
@@ -119,8 +128,6 @@ TEST(KetrelExport, OptionsAreCheckedBeforeAnythingIsRead) {
         int status;
         const char* message;
     } cases[] = {
-        {"--type KESHISO-9141", 2, "KESHISO-9141 are not available yet"},
-        {"--type=TACTRIXISO-9141", 2, "not available yet"},
         {"--type KESH", 2, "unknown interface type \"KESH\""},
         {"--units F,MPH,bar", 2, "pressure unit must be PSI or kPa"},
         {"--units C,KPH", 2, "three values"},
@@ -158,7 +165,9 @@ TEST(KetrelExport, LiveSessionOptionsAreCheckedAndKeptApartFromTheLogOnes) {
          kDorvane,
          "3",
          0.5},
-        {{"--connect", "--hardware", "Br3"}, "", kBr3, "", 0},  // refused later, when it runs
+        {{"--connect", "--hardware", "Br3"}, "", kBr3, "", 0},
+        {{"--connect", "--hardware", "kesh"}, "", kKesh, "", 0},
+        {{"--connect", "--hardware=TACTRIX"}, "", kTactrix, "", 0},
         {{"--connect", "--hardware", "elm"}, "unknown converter \"elm\"", "", "", 0},
         {{"--connect", "--hardware"}, "--hardware wants", "", "", 0},
         {{"--connect", "--port", "COM3"}, "neither a port number nor a device path", "", "", 0},
