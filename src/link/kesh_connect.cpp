@@ -237,6 +237,7 @@ void cutSupportBytes(App& app, int firstColumn) {
 void linkUp(App& app, KeshLine line) {
     app.frmConnecting().KeshTimeOut.stop();
     app.frmConnecting().ConnectDone = true;
+    app.KeshConnect.Finished = true;
     if (app.hooks.LinkUp) app.hooks.LinkUp();
     app.KeshRequestMode2List = true;
     app.KeshRequestPid1C = true;
@@ -441,22 +442,20 @@ ConnectOutcome KeshConnect(App& app) {
     LogLine(app, "SET PORT:  " + app.ConnectPort);
     p.setPortOpen(true);  // SerialError 8002 / 8005 go to the session's trap
     LogLine(app, "OPEN PORT");
+    bool armed = true;
     if (app.KeshStart == 3) {
+        // The fast initialisation runs from the time-out's handler.
         app.ProtocolCode = "04";
         c.KeshTimeOut.setInterval(1);
         c.KeshTimeOut.start();
     } else if (app.KeshStart == 1 || app.KeshStart == 2) {
-        if (startFiveBaud(app)) {
-            PumpedWait(app.loop(), [&] {
-                return app.ConnectCancelled || c.ConnectDone || app.KeshConnect.Finished;
-            });
-        }
+        armed = startFiveBaud(app);
     } else {
         return ConnectOutcome::Done;
     }
-    if (app.KeshStart == 3) {
+    if (armed) {
         PumpedWait(app.loop(), [&] {
-            return app.ConnectCancelled || c.ConnectDone || app.KeshConnect.Finished;
+            return app.ConnectCancelled || app.KeshConnect.Finished;
         });
     }
     if (app.ConnectCancelled) {

@@ -81,8 +81,7 @@ struct Br3Counters {
 // Where the raw K-line connect stands: the connect routine waits on these while the wake-up
 // runs on the port's events and the time-out.
 struct KeshConnectState {
-    bool SecondFrameExpected = false;
-    bool Finished = false;  // the message was answered, or the connect ended otherwise
+    bool Finished = false;  // the link is up, or "No Communication" was answered
     bool Retry = false;     // the user asked for the whole connect again
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <set>
 
 #include "core/session.h"
 #include "link/conn_log.h"
@@ -20,12 +21,14 @@ using Strings = std::vector<std::string>;
 // initialisation, and answers requests 30 ms after them.
 class ScriptedEcu : public sim::SimDevice {
   public:
-    bool iso = true, kwp = false;  // which headers it answers; KWP cars take both wake-ups
-    bool slowInit = true;          // answers the 5-baud address
-    bool rubbish = false;          // answers every request with noise
-    std::uint8_t key2 = 0x08;
-    int answerLimit = -1;  // stops answering after this many answers
-    Strings refusals;      // what it refused, and why
+    struct Car {
+        bool iso = true, kwp = false;  // the headers it answers; KWP cars take both wake-ups
+        bool slowInit = true;          // answers the 5-baud address
+        bool rubbish = false;          // answers every request with noise
+        std::uint8_t key2 = 0x08;
+        int answerLimit = -1;  // stops answering after this many answers
+    } car;
+    Strings refusals;  // what it refused, and why
     int wakeUps = 0;
 
     void onBreak(bool on) override {
@@ -47,7 +50,7 @@ class ScriptedEcu : public sim::SimDevice {
         if (awaitingInverse_) {
             awaitingInverse_ = false;
             const std::int64_t d = now - keySentAt_;
-            if (b != (0xFF ^ key2) || d < 25'000 || d > 52'000) {
+            if (b != (0xFF ^ car.key2) || d < 25'000 || d > 52'000) {
                 refusals.push_back("inverted key byte after " + std::to_string(d) + " us");
                 return;
             }
@@ -81,12 +84,12 @@ class ScriptedEcu : public sim::SimDevice {
             refusals.push_back("address " + levels);
             return;
         }
-        if (!slowInit || !(iso || kwp)) return;
+        if (!car.slowInit || !(car.iso || car.kwp)) return;
         wakeUps++;
         link().after(60'000, [this] { link().send("\x55"); });
         link().after(70'000, [this] { link().send(std::string(1, '\x08')); });
         link().after(80'000, [this] {
-            link().send(std::string(1, char(key2)));
+            link().send(std::string(1, char(car.key2)));
             keySentAt_ = link().nowMicros();
             awaitingInverse_ = true;
         });
@@ -95,10 +98,10 @@ class ScriptedEcu : public sim::SimDevice {
     void answer() {
         gap_ = 0;
         const std::string req = std::exchange(frame_, {});
-        if (req.size() < 4 || (answerLimit >= 0 && answered_ >= answerLimit)) return;
+        if (req.size() < 4 || (car.answerLimit >= 0 && answered_ >= car.answerLimit)) return;
         const auto h = std::uint8_t(req[0]);
         const bool kwpReq = (h & 0xC0) == 0xC0;
-        if (kwpReq ? !kwp : !iso) return;
+        if (kwpReq ? !car.kwp : !car.iso) return;
         std::string data;
         const auto mode = std::uint8_t(req[3]);
         if (kwpReq && mode == 0x81 && fastSeen_) {
@@ -120,7 +123,7 @@ class ScriptedEcu : public sim::SimDevice {
         for (char c : reply)
             sum += std::uint8_t(c);
         reply.push_back(char(sum & 0xFF));
-        if (rubbish) reply = "\x13\x7F\x02";
+        if (car.rubbish) reply = "\x13\x7F\x02";
         answered_++;
         link().after(30'000, [this, reply] { link().send(reply); });
     }
@@ -135,12 +138,13 @@ class ScriptedEcu : public sim::SimDevice {
 
 // The application joined to the scripted ECU on port 1 through a K-line cable, on virtual time.
 struct KeshRig {
-    explicit KeshRig(int keshStart) : t(&ports) {
+    KeshRig(int keshStart, ScriptedEcu::Car car, const char* hardware = kKesh) : t(&ports) {
+        ecu.car = car;
         ports.plug(1, wire);
         wire.setEcho(true);
         wire.setDeviceBaud(10400);
         App& app = *t;
-        t.settings.save(kAppName, kSection, "OBDIIHardware", kKesh);
+        t.settings.save(kAppName, kSection, "OBDIIHardware", hardware);
         t.settings.save(kAppName, kSection, "ConnectPort", "1");
         app.TimeOut = 10000;
         app.frmMain().TimeOutConnect.setInterval(10000);
@@ -154,7 +158,9 @@ struct KeshRig {
         app.hooks.FrameDecoded = [this] { decoded.push_back(t->RawFrame); };
     }
     App& app() { return *t; }
-    void connect() {
+    // Connects; a question is answered as given.
+    void connect(MsgAnswer answer = MsgAnswer::Cancel) {
+        t.dialogs.answerNext(answer);
         t.loop.setLimitMs(t.loop.nowMs() + 200000);  // a hang fails instead of spinning
         ConnectSession(app());
     }
@@ -173,11 +179,7 @@ struct KeshRig {
         return true;
     }
     // Distinct frames decoded since the connect: a scan with changing values.
-    std::size_t distinctDecoded() const {
-        Strings d = decoded;
-        std::sort(d.begin(), d.end());
-        return std::size_t(std::unique(d.begin(), d.end()) - d.begin());
-    }
+    std::size_t distinctDecoded() const { return std::set(decoded.begin(), decoded.end()).size(); }
 
     sim::SimSerialPortFactory ports;
     TestApp t;
@@ -186,66 +188,58 @@ struct KeshRig {
     Strings decoded;
 };
 
-const Strings kFiveBaud{"TYPE INTERFACE USED:  KESH PROTOCOL CONVERTER",
-                        "INITIALIZING IN PROGRESS",
-                        "SET BAUD RATE:  10400",
-                        "CLEAR BUFFER",
-                        "SENDING:  START BIT",
-                        "SENDING:  BIT 8",
-                        "SENDING:  STOP BIT",
-                        "SET AUTO DELAY",
-                        "RECEIVED SYNC AND KEYWORD:  550808",
-                        "SENDING INVERTED:  F7",
-                        "RECEIVED ECU INVERTED:  CC",
-                        "TRYING ISO - 9141",
-                        "SENDING:  68 6A F1 01 00 C4"};
+using Car = ScriptedEcu::Car;
 
 TEST(KeshSession, EachWakeUpPathConnectsAndScans) {
     struct Case {
         const char* path;
         int keshStart;
-        bool iso, kwp, slowInit;
+        Car car;
         const char* protocol;
         Strings log;
+        const char* hardware = kKesh;
     } cases[] = {
-        {"5-baud to ISO 9141", 1, true, false, true, "03", kFiveBaud},
+        {"5-baud to ISO 9141",
+         1,
+         {},
+         "03",
+         {"TYPE INTERFACE USED:  KESH PROTOCOL CONVERTER", "INITIALIZING IN PROGRESS",
+          "SET BAUD RATE:  10400", "SENDING:  START BIT", "SENDING:  STOP BIT", "SET AUTO DELAY",
+          "RECEIVED SYNC AND KEYWORD:  550808", "SENDING INVERTED:  F7",
+          "RECEIVED ECU INVERTED:  CC", "TRYING ISO - 9141", "SENDING:  68 6A F1 01 00 C4"}},
+        {"the same on the other cable",
+         2,
+         {},
+         "03",
+         {"TYPE INTERFACE USED:  TACTRIX CABLE", "TRYING ISO - 9141"},
+         kTactrix},
         {"5-baud to KWP slow",
          2,
-         false,
-         true,
-         true,
+         {.iso = false, .kwp = true},
          "04",
          {"SENDING:  68 6A F1 01 00 C4", "TRYING KWP 2000 (SLOW)", "SENDING:  C2 33 F1 01 00 E7"}},
         {"fast only",
          3,
-         false,
-         true,
-         false,
+         {.iso = false, .kwp = true, .slowInit = false},
          "04",
          {"Trying ISO - 14230 (FAST)", "SETBAUD 200", "INITIALIZING ECU:  F0", "SETBAUD 10400",
           "START COMMUNICATION REQUEST:  C1 33 F1 81 66", "RECEIVED KEYWORD:  EF 8F",
           "REQUESTING MODE 01 PID 00:  C2 33 F1 01 00 E7"}},
         {"5-baud unanswered, then fast",
          1,
-         false,
-         true,
-         false,
+         {.iso = false, .kwp = true, .slowInit = false},
          "04",
          {"SENDING:  STOP BIT", "CONNECTING UNSUCCESSFUL (TIMEOUT)", "Trying ISO - 14230 (FAST)",
           "RECEIVED KEYWORD:  EF 8F"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.path);
-        KeshRig r(c.keshStart);
-        r.ecu.iso = c.iso;
-        r.ecu.kwp = c.kwp;
-        r.ecu.slowInit = c.slowInit;
-        r.t.dialogs.answerNext(MsgAnswer::Cancel);
+        KeshRig r(c.keshStart, c.car, c.hardware);
         r.connect();
         App& app = r.app();
         EXPECT_TRUE(app.Connected);
         EXPECT_EQ(app.ProtocolCode, c.protocol);
-        EXPECT_EQ(app.frmMain().lblWhatProtocol.text(), c.protocol[1] == '3' ? "3" : "4");
+        EXPECT_EQ(app.frmMain().lblWhatProtocol.text(), c.protocol + 1);
         EXPECT_TRUE(r.logged(c.log)) << r.log();
         EXPECT_TRUE(r.ecu.refusals.empty()) << r.ecu.refusals.front();
         EXPECT_TRUE(r.t.dialogs.shown().empty());
@@ -255,35 +249,28 @@ TEST(KeshSession, EachWakeUpPathConnectsAndScans) {
     }
 }
 
-TEST(KeshSession, UnansweredWakeUpsEndInNoCommunication) {
+TEST(KeshSession, FailedWakeUpsEndInNoCommunication) {
     struct Case {
         const char* path;
         int keshStart;
-        bool iso, kwp;
-        std::uint8_t key2;
-        bool rubbish;
+        Car car;
         int shownBeforeMs;
         bool echo = true;
     } cases[] = {
-        {"5-baud only, no answer", 2, false, false, 0x08, false, 13000},
-        {"key byte 0x00", 2, true, false, 0x00, false, 13000},
-        {"rubbish to both requests", 2, true, true, 0x08, true, 13000},
-        {"all wake-ups, no answer", 1, false, false, 0x08, false, 23000},
+        {"5-baud only, no answer", 2, {.iso = false}, 13000},
+        {"key byte 0x00", 2, {.key2 = 0x00}, 13000},
+        {"rubbish to both requests", 2, {.kwp = true, .rubbish = true}, 13000},
+        {"all wake-ups, no answer", 1, {.iso = false}, 23000},
         // Without the echo the strip takes the answer's first digit for the end of the request
         // (48 after ...C4), so the ISO answer is not recognised.
-        {"no echo", 2, true, false, 0x08, false, 13000, false},
+        {"no echo", 2, {}, 13000, false},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.path);
-        KeshRig r(c.keshStart);
-        r.ecu.iso = c.iso;
-        r.ecu.kwp = c.kwp;
-        r.ecu.key2 = c.key2;
-        r.ecu.rubbish = c.rubbish;
+        KeshRig r(c.keshStart, c.car);
         r.wire.setEcho(c.echo);
         std::int64_t shownAt = 0;
         r.t.dialogs.onShow = [&](const MessageBox&) { shownAt = r.t.loop.nowMs(); };
-        r.t.dialogs.answerNext(MsgAnswer::Cancel);
         r.connect();
         ASSERT_EQ(r.t.dialogs.titles(), Strings{"No Communication"});
         EXPECT_EQ(r.t.dialogs.shown()[0].buttons, MsgButtons::RetryCancel);
@@ -296,42 +283,34 @@ TEST(KeshSession, UnansweredWakeUpsEndInNoCommunication) {
     }
 }
 
-TEST(KeshSession, RetryStartsTheWholeConnectAgain) {
-    KeshRig r(2);
-    r.ecu.iso = false;
-    r.t.dialogs.onShow = [&](const MessageBox&) { r.ecu.iso = true; };
-    r.t.dialogs.answerNext(MsgAnswer::Retry);
-    r.connect();
-    EXPECT_TRUE(r.app().Connected);
-    EXPECT_EQ(r.ecu.wakeUps, 1);  // the first wake-up went unanswered
-    EXPECT_TRUE(r.logged(
-        {"RETRY COMMAND", "OPEN PORT", "INITIALIZING IN PROGRESS", "RECEIVED ECU INVERTED:  CC"}));
-}
+TEST(KeshSession, RetryCancelAndAVehicleThatFallsSilent) {
+    KeshRig retry(2, {.iso = false});
+    retry.t.dialogs.onShow = [&](const MessageBox&) { retry.ecu.car.iso = true; };
+    retry.connect(MsgAnswer::Retry);
+    EXPECT_TRUE(retry.app().Connected);
+    EXPECT_EQ(retry.ecu.wakeUps, 1);  // the first wake-up went unanswered
+    EXPECT_TRUE(retry.logged({"RETRY COMMAND", "OPEN PORT", "RECEIVED ECU INVERTED:  CC"}));
 
-TEST(KeshSession, CancelDuringTheIdleWaitSendsNothing) {
-    KeshRig r(1);
+    // Cancel in the idle wait: the countdown stops and nothing reaches the line.
+    KeshRig cancel(1, {});
     std::string status;
-    r.at(2500, [&] { r.app().frmConnecting().cmdConnectingCancel.onClick(); });
-    r.at(1950, [&] { status = r.app().frmConnecting().lblControlStatus[1].text(); });
-    r.connect();
-    EXPECT_LE(r.t.loop.nowMs(), 3000);
+    cancel.at(1950, [&] { status = cancel.app().frmConnecting().lblControlStatus[1].text(); });
+    cancel.at(2500, [&] { cancel.app().frmConnecting().cmdConnectingCancel.onClick(); });
+    cancel.connect();
+    EXPECT_LE(cancel.t.loop.nowMs(), 3000);
     EXPECT_EQ(status, "Initializing In Progress...2");
-    r.run(15000);
-    EXPECT_FALSE(r.app().Connected);
-    EXPECT_TRUE(r.t.dialogs.shown().empty());
-    EXPECT_EQ(r.log().find("START BIT"), std::string::npos);
-    EXPECT_TRUE(r.wire.deviceReceived().empty());
-    EXPECT_FALSE(r.app().frmMain().KeshMSComm->portOpen());
-}
+    cancel.run(15000);
+    EXPECT_FALSE(cancel.app().Connected);
+    EXPECT_TRUE(cancel.t.dialogs.shown().empty());
+    EXPECT_EQ(cancel.log().find("START BIT"), std::string::npos);
+    EXPECT_TRUE(cancel.wire.deviceReceived().empty());
 
-TEST(KeshSession, ABadLineNeitherCrashesNorHangs) {
-    // A vehicle that stops answering mid-session leaves it to the watchdog.
-    KeshRig stops(1);
-    stops.ecu.answerLimit = 20;
-    stops.connect();
-    EXPECT_TRUE(stops.app().Connected);
-    stops.run(30000);
-    EXPECT_FALSE(stops.app().Connected);
+    // A vehicle that stops answering mid-session is left to the watchdog.
+    KeshRig silent(1, {.answerLimit = 20});
+    silent.connect();
+    EXPECT_TRUE(silent.app().Connected);
+    silent.run(30000);
+    EXPECT_FALSE(silent.app().Connected);
 }
 
 }  // namespace
