@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -51,6 +52,17 @@ double waitUntilEdge(App& app, double seconds) {
     BusyWait(t, seconds);
     t.StopNow();
     return t.Result();
+}
+
+// Seconds as the stopwatch gives them, to four decimals without trailing zeros ("0.2001").
+std::string secondsText(double seconds) {
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.4f", seconds);
+    std::string text = buf;
+    while (text.back() == '0')
+        text.pop_back();
+    if (text.back() == '.') text.pop_back();
+    return text;
 }
 
 std::string msText(double seconds) {
@@ -127,7 +139,7 @@ void clockOutAddress(App& app) {
     for (const BitSlot& slot : kAddress33) {
         LogLine(app, std::string("SENDING:  ") + slot.name);
         onPort(app, [&](SerialPort& p) { p.setBreak(slot.lineLow); });
-        LogLine(app, "TIME ELAPSE:  " + std::to_string(waitUntilEdge(app, 0.2)));
+        LogLine(app, "TIME ELAPSE:  " + secondsText(waitUntilEdge(app, 0.2)));
     }
 }
 
@@ -454,9 +466,7 @@ ConnectOutcome KeshConnect(App& app) {
         return ConnectOutcome::Done;
     }
     if (armed) {
-        PumpedWait(app.loop(), [&] {
-            return app.ConnectCancelled || app.KeshConnect.Finished;
-        });
+        PumpedWait(app.loop(), [&] { return app.ConnectCancelled || app.KeshConnect.Finished; });
     }
     if (app.ConnectCancelled) {
         c.KeshTimeOut.stop();
