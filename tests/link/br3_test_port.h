@@ -27,10 +27,13 @@ class ScriptedPort : public NullSerialPort {
     bool open_ = false;
 };
 
-// An application in a count-byte session on `protocolCode`, its scan port (BR3MSComm) scripted.
+// An application in a count-byte session on `protocolCode`, its scan port (BR3MSComm) scripted;
+// or on another device whose scan port has another name (KeshMSComm for the K-line cables).
 struct Br3Session : SerialPortFactory {
-    explicit Br3Session(const std::string& protocolCode) : t(this) {
-        t->OBDIIHardware = kBr3;
+    explicit Br3Session(const std::string& protocolCode, const char* hardware = kBr3,
+                        std::string scanPort = "BR3MSComm")
+        : scanName(std::move(scanPort)), t(this) {
+        t->OBDIIHardware = hardware;
         t->ProtocolCode = protocolCode;
         t->Connected = true;
         t->Temp = "F";
@@ -38,7 +41,7 @@ struct Br3Session : SerialPortFactory {
     }
     std::unique_ptr<SerialPort> create(const std::string& name) override {
         auto port = std::make_unique<ScriptedPort>();
-        if (name == "BR3MSComm") scan = port.get();
+        if (name == scanName) scan = port.get();
         return port;
     }
     App& app() { return *t; }
@@ -49,6 +52,7 @@ struct Br3Session : SerialPortFactory {
             out.push_back(BytesToSpacedHex(f).substr(0, f.size() * 3 - 1));
         return out;
     }
+    std::string scanName;
     ScriptedPort* scan = nullptr;
     TestApp t;
 };

@@ -9,33 +9,19 @@
 namespace ketrel {
 namespace {
 
-using test::ScriptedPort;
-
 // An application polling a K-line vehicle on `protocolCode`, its KeshMSComm scripted.
-struct KeshSession : SerialPortFactory {
-    explicit KeshSession(const std::string& protocolCode) : t(this) {
-        t->OBDIIHardware = kKesh;
-        t->ProtocolCode = protocolCode;
-        t->Connected = true;
-        t->Temp = "F";
-        port->setPortOpen(true);
-    }
-    std::unique_ptr<SerialPort> create(const std::string& name) override {
-        auto p = std::make_unique<ScriptedPort>();
-        if (name == "KeshMSComm") port = p.get();
-        return p;
-    }
+struct KeshSession : test::Br3Session {
+    explicit KeshSession(const char* protocolCode)
+        : Br3Session(protocolCode, kKesh, "KeshMSComm") {}
     // Puts hex text in the port's buffer and lets KeshDelay tick.
     void receive(const std::string& hex) {
         for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
             bool bad = false;
-            port->buffer.push_back(char(HexTextToByte(hex.substr(i, 2), bad)));
+            scan->buffer.push_back(char(HexTextToByte(hex.substr(i, 2), bad)));
         }
         KeshDelayTick(*t);
     }
-    std::string lastSent() const { return port->sent.empty() ? "" : BytesToHex(port->sent.back()); }
-    ScriptedPort* port = nullptr;
-    test::TestApp t;
+    std::string lastSent() const { return scan->sent.empty() ? "" : BytesToHex(scan->sent.back()); }
 };
 
 TEST(KeshReceive, EchoStripKeepsWhatFollowsTheEndOfTheRequest) {
