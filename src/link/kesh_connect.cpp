@@ -14,6 +14,7 @@
 #include "link/serial_timing.h"
 #include "obd/bit_operations.h"
 #include "obd/pid_catalogue.h"
+#include "platform/clock.h"
 #include "platform/serial_port.h"
 #include "state/app.h"
 
@@ -45,13 +46,21 @@ SerialPort& klinePort(App& app) {
     return *app.frmMain().KeshMSComm;
 }
 
-// The busy wait of the wake-up: the stopwatch spun to `seconds` with nothing pumped. Returns
-// the time measured. Every timed edge of the K-line goes through here.
-double waitUntilEdge(App& app, double seconds) {
-    cTimeIt& t = app.TimerObject();
-    BusyWait(t, seconds);
-    t.StopNow();
-    return t.Result();
+// The busy wait of the wake-up: spins on the stopwatch, nothing pumped, until `seconds` after
+// the counter value `start`, so that edges timed from one start do not drift. Returns the
+// seconds from `start` when it ends. Every timed edge of the K-line goes through here.
+double waitUntilEdge(App& app, std::int64_t start, double seconds) {
+    Clock& clock = app.loop().clock();
+    const double frequency = double(clock.frequency());
+    if (frequency <= 0) return 0;  // no counter: no timing, and no hang
+    const double elapsed = double(clock.counter() - start) / frequency;
+    if (seconds > elapsed) BusyWait(app.TimerObject(), seconds - elapsed);
+    return double(clock.counter() - start) / frequency;
+}
+
+// The counter value a wait starts from.
+std::int64_t counterNow(App& app) {
+    return app.loop().clock().counter();
 }
 
 // Seconds as the stopwatch gives them, to four decimals without trailing zeros ("0.2001").
@@ -71,7 +80,7 @@ std::string msText(double seconds) {
 
 // A busy wait with its "DELAY:  " log line.
 void loggedWait(App& app, double seconds) {
-    LogLine(app, "DELAY:  " + msText(waitUntilEdge(app, seconds)) + " mS");
+    LogLine(app, "DELAY:  " + msText(waitUntilEdge(app, counterNow(app), seconds)) + " mS");
 }
 
 // Port calls of the connect: a port that fails mid-connect loses the call, and the time-out
@@ -134,12 +143,18 @@ bool idleWithCountdown(App& app) {
     return true;
 }
 
-// The address byte 0x33 at 5 baud: ten slots of 200 ms on the port's break. Nothing else runs.
+// The address byte 0x33 at 5 baud: ten slots of 200 ms on the port's break, each edge timed
+// from the first and made before the slot's log lines are written. Nothing else runs.
 void clockOutAddress(App& app) {
-    for (const BitSlot& slot : kAddress33) {
-        LogLine(app, std::string("SENDING:  ") + slot.name);
-        onPort(app, [&](SerialPort& p) { p.setBreak(slot.lineLow); });
-        LogLine(app, "TIME ELAPSE:  " + secondsText(waitUntilEdge(app, 0.2)));
+    const std::int64_t start = counterNow(app);
+    double edge = 0;
+    for (std::size_t k = 0; k <= kAddress33.size(); ++k) {
+        const double next = k == 0 ? 0.0 : waitUntilEdge(app, start, 0.2 * double(k));
+        if (k < kAddress33.size())
+            onPort(app, [&](SerialPort& p) { p.setBreak(kAddress33[k].lineLow); });
+        if (k > 0) LogLine(app, "TIME ELAPSE:  " + secondsText(next - edge));
+        if (k < kAddress33.size()) LogLine(app, std::string("SENDING:  ") + kAddress33[k].name);
+        edge = next;
     }
 }
 
