@@ -25,21 +25,18 @@ struct KeshSession : test::Br3Session {
 };
 
 TEST(KeshReceive, EchoStripKeepsWhatFollowsTheEndOfTheRequest) {
-    const std::string req = "686AF1010CD0";
+    const std::string req = "686AF10100C4", answer = "486B104100BE1FB810A9";
     struct Case {
-        const char* raw;
-        const char* tail;
+        std::string raw, tail;
     } cases[] = {
         {"", ""},
-        {"686AF1010CD0", ""},                                  // silent after the echo
-        {"686AF1010CD0486B10410C1AF8C5", "486B10410C1AF8C5"},  // echo and answer
-        {"0CD0486B10410C1AF8C5", "486B10410C1AF8C5"},          // start of the echo read before
-        {"486B10410C1AF8C5", "486B10410C1AF8C5"},              // no echo at all
-        {"D0486B10", "486B10"},                                // an answer starting as the
-                                                               // request ends loses that byte
-        {"686AF1010CD0486B10410C1AF8C5486B18410C2B11AA",       // two answers in one read
-         "486B10410C1AF8C5486B18410C2B11AA"},
-        {"6A", "6A"},  // rubbish
+        {req, ""},                                 // silent after the echo
+        {req + answer, answer},                    // echo and answer
+        {"00C4" + answer, answer},                 // start of the echo read before
+        {"486B10410C1AF8C5", "486B10410C1AF8C5"},  // no echo, nothing in common
+        {answer, answer.substr(1)},                // no echo: "4" is taken for the end of C4
+        {req + answer + "486B184100BE1F", answer + "486B184100BE1F"},  // two answers in one read
+        {"6A", "6A"},                                                  // rubbish
     };
     for (const Case& c : cases)
         EXPECT_EQ(KeshStripEcho(c.raw, req), c.tail) << c.raw;
