@@ -270,6 +270,7 @@ void KlineEcu::takeRequest() {
         auto key = vehicle_.keyBytes;
         state_ = State::Linked;
         note("linked after the fast initialisation");
+        armDrop(now);
         answer(at,
                {vehicle_.frame(vehicle_.ecus.front(), {kStartCommunicationOk, key[0], key[1]})});
         return;
