@@ -14,7 +14,7 @@ set(_layers_obd platform screens data state codes obd)
 set(_layers_sim platform sim)
 set(_layers_link platform screens data state codes obd link)
 set(_layers_core platform screens data state codes obd link core)
-set(_layers_qt platform screens data state codes obd link core qt)
+set(_layers_qt platform screens data state codes obd sim link core qt)
 set(_layers_app platform screens data state codes obd link core qt app)
 set(_layers_tools platform screens data state codes obd link core qt sim tools)
 

@@ -7,6 +7,10 @@
 #   ./scripts/run.sh --converter br3
 #                              The same demo on the simulated count-byte converter (dorvane,
 #                              the text converter, is the default).
+#   ./scripts/run.sh --converter kesh|tactrix
+#                              The demo on a plain K-line cable: the car runs inside Ketrel on
+#                              the port sim:FILE (a pseudo-terminal can't carry the break of
+#                              the wake-up), so no ketrel-sim is started.
 #   ./scripts/run.sh --real    Ketrel with your own settings, for a real link device.
 #
 # The demo profile lives under $XDG_RUNTIME_DIR (or ~/.cache)/ketrel-demo, so your own
@@ -20,7 +24,7 @@ while [ $# -gt 0 ]; do
     case "$1" in
         --real) mode=real; shift ;;
         --converter)
-            [ $# -ge 2 ] || { echo "--converter wants dorvane or br3" >&2; exit 2; }
+            [ $# -ge 2 ] || { echo "--converter wants dorvane, br3, kesh or tactrix" >&2; exit 2; }
             converter=$2; shift 2 ;;
         *) break ;;
     esac
@@ -28,7 +32,9 @@ done
 case "$converter" in
     dorvane) hardware="DORVANE PROTOCOL CONVERTER"; vehicle=data/sim/idle_then_drive.vehicle ;;
     br3) hardware="BR3 PROTOCOL CONVERTER"; vehicle=data/sim/vpw.vehicle ;;
-    *) echo "unknown converter \"$converter\": dorvane or br3" >&2; exit 2 ;;
+    kesh) hardware="KESH PROTOCOL CONVERTER"; vehicle=data/sim/iso9141.vehicle ;;
+    tactrix) hardware="TACTRIX CABLE"; vehicle=data/sim/iso14230.vehicle ;;
+    *) echo "unknown converter \"$converter\": dorvane, br3, kesh or tactrix" >&2; exit 2 ;;
 esac
 
 bash scripts/bootstrap.sh
@@ -79,6 +85,13 @@ ini="$config/Ketrel/Ketrel.ini"
 touch "$ini"
 ini_set "$ini" Settings OBDIIHardware "$hardware"
 ini_set "$ini" Settings ConnectPort 1
+
+# The K-line cables: the car runs inside Ketrel behind a sim: port.
+if [ "$converter" = kesh ] || [ "$converter" = tactrix ]; then
+    ini_set "$ini" Ports 1 "sim:$PWD/$vehicle"
+    echo "Simulated car inside Ketrel on port sim:$vehicle. Press Connect in Ketrel." >&2
+    XDG_CONFIG_HOME="$config" exec build/bin/ketrel "$@"
+fi
 ini_set "$ini" Ports 1 "$link"
 
 # A link left by a simulator that did not end cleanly is stale.

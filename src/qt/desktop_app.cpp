@@ -10,8 +10,8 @@
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
-#include "qt/qt_serial_port.h"
 #include "qt/settings_window.h"
+#include "qt/sim_port_factory.h"
 
 namespace ketrel {
 
@@ -21,7 +21,7 @@ DesktopApp::DesktopApp(DesktopOptions o) {
         o.settings = ownSettings_.get();
     }
     if (!o.ports) {
-        ownPorts_ = std::make_unique<QtSerialPortFactory>(*o.settings, devices_);
+        ownPorts_ = std::make_unique<SimPortFactory>(loop_, *o.settings, devices_);
         o.ports = ownPorts_.get();
     }
     app_ = std::make_unique<App>(Platform{loop_, o.dialogs ? *o.dialogs : qtDialogs_, *o.settings,

@@ -20,7 +20,7 @@ struct DesktopOptions {
     std::filesystem::path configRoot;
     Dialogs* dialogs = nullptr;          // default: message boxes
     SettingsStore* settings = nullptr;   // default: the INI file under configRoot
-    SerialPortFactory* ports = nullptr;  // default: the serial devices of the machine
+    SerialPortFactory* ports = nullptr;  // default: the serial devices and "sim:" cars
 };
 
 // The whole desktop program over a running QApplication: the Qt backends, the application

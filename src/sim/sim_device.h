@@ -21,6 +21,12 @@ class DeviceLink {
     virtual void send(std::string_view bytes) = 0;
     // True while the program has the port open; bytes sent otherwise are lost.
     virtual bool hostListening() = 0;
+    // A device on a one-wire line (a K-line) has the program hear every byte it sends, and a
+    // break as one 0x00; a line that cannot do that ignores the wish.
+    virtual void setLineEcho(bool /*on*/) {}
+    // The rate the device sends at, where the line knows rates; bytes at another rate than
+    // the program's arrive as 0x00.
+    virtual void setSendBaud(int /*rate*/) {}
 
     std::uint64_t after(std::int64_t micros, std::function<void()> fn) {
         return at(nowMicros() + micros, std::move(fn));

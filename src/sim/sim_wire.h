@@ -76,6 +76,8 @@ class SimWire : public DeviceLink {
     void cancel(std::uint64_t handle) override;
     void send(std::string_view bytes) override;
     bool hostListening() override { return host_ != nullptr && present_; }
+    void setLineEcho(bool on) override { setEcho(on); }
+    void setSendBaud(int rate) override { setDeviceBaud(rate); }
 
     // Microseconds that `count` bytes take at `baud` (10 bits each).
     static std::int64_t byteMicros(int baud, std::size_t count);

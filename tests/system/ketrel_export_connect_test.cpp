@@ -157,6 +157,23 @@ TEST(KetrelExportConnect, ScansTheSimulatedBr3OnEachProtocol) {
     }
 }
 
+// A sim: port runs the car inside the program, in real time, with no pseudo-terminal: the
+// built-in car scans and writes rows; a vehicle file that isn't there is a port that isn't.
+TEST(KetrelExportConnect, ASimPortScansTheCarInsideTheProgram) {
+    TempDir dir;
+    Export run(dir, {"--connect", "--hardware", "dorvane", "--port", "sim:", "--seconds", "4"});
+    ASSERT_TRUE(run.collect(15000)) << run.err;
+    EXPECT_EQ(run.exitCode(), 0) << run.err;
+    EXPECT_GT(Lines(run.out).size(), 10u) << run.err;
+    EXPECT_NE(run.err.find("CONNECTION STATUS:  CONNECTED"), std::string::npos) << run.err;
+
+    Export missing(dir, {"--connect", "--hardware", "dorvane", "--port",
+                         "sim:" + (dir.path() / "none.vehicle").string(), "--seconds", "3"});
+    ASSERT_TRUE(missing.collect(10000)) << missing.err;
+    EXPECT_EQ(missing.exitCode(), 1) << missing.err;
+    EXPECT_NE(missing.err.find("Please Recheck Your Settings"), std::string::npos) << missing.err;
+}
+
 TEST(KetrelExportConnect, AnInterruptEndsTheSessionCleanly) {
     TempDir dir;
     Car car(dir);

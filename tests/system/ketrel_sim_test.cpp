@@ -81,8 +81,8 @@ TEST(KetrelSim, RefusesWhatItCannotDoWithAClearMessage) {
         const char* message;
     };
     const Case cases[] = {
-        {{"--converter", "tactrix"}, "the tactrix converter is not available yet"},
-        {{"--converter", "kesh"}, "the kesh converter is not available yet"},
+        {{"--converter", "tactrix"}, "pseudo-terminal can't carry a break"},
+        {{"--converter", "kesh"}, "--hardware kesh --port sim:"},
         {{}, "--converter is required"},
         {{"--converter", "dorvane", "--vehicle", "/nonexistent.vehicle"},
          "can't open vehicle file"},

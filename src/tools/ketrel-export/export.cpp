@@ -184,7 +184,8 @@ std::string ExportUsage() {
            "  --hardware NAME  the converter: its full name or first word, DORVANE, BR3,\n"
            "                   KESH or TACTRIX; default: the settings' one\n"
            "  --port N|PATH    the port number, or the device's path such as /dev/ttyUSB0;\n"
-           "                   default: the settings' one\n"
+           "                   sim: or sim:FILE for an in-process simulated car (a vehicle\n"
+           "                   file, or the built-in car); default: the settings' one\n"
            "  --seconds S      scan for S seconds (decimals allowed); default: until\n"
            "                   interrupted\n"
            "\n"
@@ -214,7 +215,7 @@ bool TakeLiveOption(const std::string& a, const std::function<bool(std::string&)
     } else if (is("--port")) {
         if (!takeValue(value) || value.empty()) {
             error = "--port wants a port number or a device path";
-        } else if (value.find('/') == std::string::npos) {
+        } else if (value.find('/') == std::string::npos && value.rfind("sim:", 0) != 0) {
             try {
                 PortNumber(value);
             } catch (const SerialError&) {

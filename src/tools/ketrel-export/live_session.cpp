@@ -19,7 +19,7 @@
 #include "qt/app_folder.h"
 #include "qt/qt_event_loop.h"
 #include "qt/qt_serial_devices.h"
-#include "qt/qt_serial_port.h"
+#include "qt/sim_port_factory.h"
 #include "state/app.h"
 
 namespace ketrel::exporter {
@@ -39,7 +39,7 @@ struct LiveSession::Impl {
           err(err),
           ini(s.configRoot, [this](const std::string& text) { say(text); }),
           settings(ini),
-          ports(settings, devices),
+          ports(loop, settings, devices),
           dialogs(err) {}
 
     void putCommandLineOnTop();
@@ -58,7 +58,7 @@ struct LiveSession::Impl {
     IniSettingsStore ini;
     OverlaySettingsStore settings;
     QtSerialDeviceLister devices;
-    QtSerialPortFactory ports;
+    SimPortFactory ports;
     StreamDialogs dialogs;
     NoLauncher launcher;
     FixedDisplayInfo display;
@@ -77,7 +77,7 @@ void LiveSession::Impl::putCommandLineOnTop() {
         settings.save(kAppName, kSection, "OBDIIHardware", options.hardware);
     if (!options.port.empty()) {
         std::string number = options.port;
-        if (options.port.find('/') != std::string::npos) {
+        if (options.port.find('/') != std::string::npos || IsSimPortPath(options.port)) {
             SavePortDevicePath(settings, kCommandLinePort, options.port);
             number = std::to_string(kCommandLinePort);
         }

@@ -43,7 +43,8 @@ constexpr const char* kUsage =
     "usage: ketrel-sim --converter dorvane|br3 [--vehicle FILE] [--link PATH] [--fast]\n"
     "                  [--verbose]\n"
     "  --converter NAME  the converter to simulate: dorvane (text) or br3 (count bytes);\n"
-    "                    kesh and tactrix are not available yet\n"
+    "                    kesh and tactrix need a break on the line, which a pseudo-terminal\n"
+    "                    can't carry: use the port sim: in the program instead\n"
     "  --vehicle FILE    the simulated vehicle and its protocol (see data/sim/*.vehicle);\n"
     "                    a built-in car if not given\n"
     "  --link PATH       also make a symbolic link PATH to the terminal's device\n"
@@ -112,7 +113,12 @@ int main(int argc, char** argv) {
     if (opt.converter != "dorvane" && opt.converter != "br3") {
         if (opt.converter == "kesh" || opt.converter == "tactrix") {
             std::cerr << "ketrel-sim: the " << opt.converter
-                      << " converter is not available yet; dorvane and br3 are\n";
+                      << " cable makes its wake-up with a break on the K-line, and a "
+                         "pseudo-terminal can't carry a break.\n"
+                      << "ketrel-sim: give the program the port sim: (or sim:VEHICLE-FILE) "
+                         "instead: it runs the car in-process,\n"
+                      << "ketrel-sim: for example  ketrel-export --connect --hardware "
+                      << opt.converter << " --port sim:data/sim/iso9141.vehicle\n";
         } else {
             std::cerr << "ketrel-sim: unknown converter \"" << opt.converter
                       << "\"; use dorvane or br3\n";
