@@ -55,7 +55,12 @@ double waitUntilEdge(App& app, std::int64_t start, double seconds) {
     if (frequency <= 0) return 0;  // no counter: no timing, and no hang
     const double elapsed = double(clock.counter() - start) / frequency;
     if (seconds > elapsed) BusyWait(app.TimerObject(), seconds - elapsed);
-    return double(clock.counter() - start) / frequency;
+    // The stopwatch rounds to 0.1 ms; the edge must not come early.
+    const auto target = std::int64_t(std::ceil(seconds * frequency));
+    std::int64_t now = clock.counter();
+    while (now - start < target)
+        now = clock.counter();
+    return double(now - start) / frequency;
 }
 
 // The counter value a wait starts from.
