@@ -174,6 +174,21 @@ TEST(KetrelExportConnect, ASimPortScansTheCarInsideTheProgram) {
     EXPECT_NE(missing.err.find("Please Recheck Your Settings"), std::string::npos) << missing.err;
 }
 
+// Both K-line cables wake the simulated car for real (4 s idle, 2 s address byte) and scan it.
+TEST(KetrelExportConnect, BothKlineCablesWakeTheCarOnASimPortAndScanIt) {
+    TempDir dir;
+    const std::string car = "sim:" + std::string(KETREL_DATA_DIR) + "/sim/iso9141.vehicle";
+    Export kesh(dir, {"--connect", "--hardware", "kesh", "--port", car, "--seconds", "9.5"});
+    Export tactrix(dir, {"--connect", "--hardware", "tactrix", "--port", car, "--seconds", "9.5"});
+    for (Export* run : {&kesh, &tactrix}) {
+        ASSERT_TRUE(run->collect(20000)) << run->err;
+        EXPECT_EQ(run->exitCode(), 0) << run->err;
+        EXPECT_NE(run->err.find("CONNECTION STATUS:  CONNECTED"), std::string::npos) << run->err;
+        const std::vector<std::string> frames = Column(Lines(run->out), "frame");
+        EXPECT_GT(std::set(frames.begin(), frames.end()).size(), 5u) << run->out << run->err;
+    }
+}
+
 TEST(KetrelExportConnect, AnInterruptEndsTheSessionCleanly) {
     TempDir dir;
     Car car(dir);
