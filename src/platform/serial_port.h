@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/serial_adapter.h"
 #include "platform/serial_devices.h"
 
 namespace ketrel {
@@ -79,6 +80,8 @@ class SerialPortFactory {
     virtual std::unique_ptr<SerialPort> create(const std::string& objectName) = 0;
     // The devices the port numbers go to, where the backend knows them.
     virtual SerialDeviceLister* deviceLister() { return nullptr; }
+    // What the system tells about the adapters behind the devices, where the backend knows.
+    virtual SerialAdapterInspector* adapterInspector() { return nullptr; }
 };
 
 // SetPortBaud: changes the rate of an open port; a closed port is left alone, silently.

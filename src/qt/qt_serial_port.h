@@ -79,10 +79,12 @@ class QtSerialPortFactory : public SerialPortFactory {
         : settings_(settings), devices_(devices) {}
     std::unique_ptr<SerialPort> create(const std::string& objectName) override;
     SerialDeviceLister* deviceLister() override { return &devices_; }
+    SerialAdapterInspector* adapterInspector() override { return &adapters_; }
 
   private:
     SettingsStore& settings_;
     SerialDeviceLister& devices_;
+    SysfsSerialAdapterInspector adapters_;
 };
 
 }  // namespace ketrel

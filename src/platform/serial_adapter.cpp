@@ -1,0 +1,99 @@
+#include "platform/serial_adapter.h"
+
+#include <fcntl.h>
+#include <linux/serial.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <fstream>
+
+namespace ketrel {
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string ResolveDevice(const std::string& devicePath) {
+    std::error_code ec;
+    fs::path resolved = fs::weakly_canonical(devicePath, ec);
+    return ec ? devicePath : resolved.string();
+}
+
+int ReadNumber(const fs::path& file) {
+    std::ifstream in(file);
+    int value = -1;
+    if (!(in >> value)) return -1;
+    return value;
+}
+
+// An open descriptor of the device, closed when it goes.
+struct DeviceFd {
+    explicit DeviceFd(const std::string& path)
+        : fd(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {}
+    ~DeviceFd() {
+        if (fd >= 0) ::close(fd);
+    }
+    int fd;
+};
+
+}  // namespace
+
+fs::path SysfsSerialAdapterInspector::deviceDir(const std::string& devicePath) const {
+    std::string name = fs::path(ResolveDevice(devicePath)).filename().string();
+    return root_ / "class" / "tty" / name / "device";
+}
+
+SerialAdapterInfo SysfsSerialAdapterInspector::inspect(const std::string& devicePath) {
+    SerialAdapterInfo info;
+    info.device = ResolveDevice(devicePath);
+    fs::path dir = deviceDir(devicePath);
+    std::error_code ec;
+    fs::path driver = fs::weakly_canonical(dir / "driver", ec);
+    if (!ec && fs::exists(driver, ec)) info.driver = driver.filename().string();
+    fs::path real = fs::weakly_canonical(dir, ec);
+    info.usb = !ec && real.string().find("/usb") != std::string::npos;
+    info.ftdi = info.driver == "ftdi_sio";
+    info.usb = info.usb || info.ftdi;
+    info.latencyTimerMs = ReadNumber(dir / "latency_timer");
+    return info;
+}
+
+LowLatencyResult SysfsSerialAdapterInspector::requestLowLatency(const std::string& devicePath) {
+    LowLatencyResult result;
+    fs::path timer = deviceDir(devicePath) / "latency_timer";
+    if (fs::exists(timer)) {
+        std::ofstream(timer) << "1\n";
+        result.latencyTimerMs = ReadNumber(timer);
+        result.latencyTimerSet = result.latencyTimerMs == 1;
+    }
+    DeviceFd dev(ResolveDevice(devicePath));
+    serial_struct ser{};
+    if (dev.fd >= 0 && ::ioctl(dev.fd, TIOCGSERIAL, &ser) == 0) {
+        ser.flags |= ASYNC_LOW_LATENCY;
+        result.asyncLowLatency = ::ioctl(dev.fd, TIOCSSERIAL, &ser) == 0;
+    }
+    return result;
+}
+
+BreakSupport SysfsSerialAdapterInspector::probeBreak(const std::string& devicePath) {
+    DeviceFd dev(ResolveDevice(devicePath));
+    if (dev.fd < 0) return BreakSupport::Unknown;
+    if (::ioctl(dev.fd, TIOCSBRK) != 0) return BreakSupport::Refused;
+    ::ioctl(dev.fd, TIOCCBRK);
+    return BreakSupport::Works;
+}
+
+std::string DescribeAdapter(const SerialAdapterInfo& info) {
+    if (info.driver.empty())
+        return fs::path(info.device).filename().string() + ": no adapter driver found";
+    std::string text = info.driver + (info.ftdi ? " (FTDI)" : info.usb ? " (USB)" : "");
+    if (info.latencyTimerMs >= 0)
+        text += ", latency timer " + std::to_string(info.latencyTimerMs) + " ms";
+    return text;
+}
+
+std::string BreakRefusedText(const SerialAdapterInfo& info) {
+    return "THE ADAPTER DRIVER REFUSES A BREAK:  " +
+           (info.driver.empty() ? fs::path(info.device).filename().string() : info.driver);
+}
+
+}  // namespace ketrel
