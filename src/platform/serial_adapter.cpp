@@ -47,9 +47,17 @@ SerialAdapterInfo SysfsSerialAdapterInspector::inspect(const std::string& device
     info.device = ResolveDevice(devicePath);
     fs::path dir = deviceDir(devicePath);
     std::error_code ec;
-    fs::path driver = fs::weakly_canonical(dir / "driver", ec);
-    if (!ec && fs::exists(driver, ec)) info.driver = driver.filename().string();
     fs::path real = fs::weakly_canonical(dir, ec);
+    // Newer kernels put a generic serial port device ("port", under a "ctrl") between a
+    // built-in tty and its driver: the driver that tells something is further up.
+    fs::path at = real;
+    for (int up = 0; !ec && up < 4 && info.driver.empty(); ++up, at = at.parent_path()) {
+        fs::path driver = fs::weakly_canonical(at / "driver", ec);
+        if (ec || !fs::exists(driver, ec)) continue;
+        std::string name = driver.filename().string();
+        if (name != "port" && name != "ctrl") info.driver = name;
+    }
+    ec.clear();
     info.usb = !ec && real.string().find("/usb") != std::string::npos;
     info.ftdi = info.driver == "ftdi_sio";
     info.usb = info.usb || info.ftdi;

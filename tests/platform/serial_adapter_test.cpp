@@ -22,8 +22,11 @@ class FakeSysfs : public ::testing::Test {
         addTty(sys, "ttyUSB0", "devices/pci0000:00/usb1/1-1/1-1:1.0/ttyUSB0",
                "bus/usb-serial/drivers/ftdi_sio");
         std::ofstream(sys / "devices/pci0000:00/usb1/1-1/1-1:1.0/ttyUSB0/latency_timer") << "16\n";
-        addTty(sys, "ttyS0", "devices/platform/serial8250/tty/ttyS0",
-               "bus/platform/drivers/serial8250");
+        addTty(sys, "ttyS0", "devices/platform/serial8250/serial8250:0/serial8250:0.0",
+               "bus/serial-base/drivers/port");
+        fs::create_directories(sys / "bus/platform/drivers/serial8250");
+        fs::create_symlink(sys / "bus/platform/drivers/serial8250",
+                           sys / "devices/platform/serial8250/driver");
         fs::create_directories(base_ / "dev/serial/by-id");
         std::ofstream(base_ / "dev/ttyUSB0");
         fs::create_symlink("../../ttyUSB0", base_ / "dev/serial/by-id/usb-Adapter_A1-if00-port0");
