@@ -74,12 +74,15 @@ LowLatencyResult SysfsSerialAdapterInspector::requestLowLatency(const std::strin
         result.latencyTimerSet = result.latencyTimerMs == 1;
     }
     DeviceFd dev(ResolveDevice(devicePath));
-    serial_struct ser{};
-    if (dev.fd >= 0 && ::ioctl(dev.fd, TIOCGSERIAL, &ser) == 0) {
-        ser.flags |= ASYNC_LOW_LATENCY;
-        result.asyncLowLatency = ::ioctl(dev.fd, TIOCSSERIAL, &ser) == 0;
-    }
+    result.asyncLowLatency = SetAsyncLowLatency(dev.fd);
     return result;
+}
+
+bool SetAsyncLowLatency(int fd) {
+    serial_struct ser{};
+    if (fd < 0 || ::ioctl(fd, TIOCGSERIAL, &ser) != 0) return false;
+    ser.flags |= ASYNC_LOW_LATENCY;
+    return ::ioctl(fd, TIOCSSERIAL, &ser) == 0;
 }
 
 BreakSupport SysfsSerialAdapterInspector::probeBreak(const std::string& devicePath) {

@@ -52,6 +52,9 @@ class SysfsSerialAdapterInspector : public SerialAdapterInspector {
     std::filesystem::path root_;
 };
 
+// Sets the driver's low-latency flag on an open tty descriptor; false where it is refused.
+bool SetAsyncLowLatency(int fd);
+
 // The adapter in one line, for the settings page, the connecting log and the status line:
 // "ftdi_sio (FTDI), latency timer 16 ms", "pl2303 (USB)", "ttyS0: no adapter driver found".
 std::string DescribeAdapter(const SerialAdapterInfo& info);

@@ -59,6 +59,11 @@ class SerialPort {
     virtual void setBreak(bool on) = 0;
     // Changes the baud rate of an open port keeping its receive buffer; false if it failed.
     virtual bool setBaud(int rate) = 0;
+    // Whether the driver refused the last break that was set; some adapters' drivers do,
+    // and then the line cannot be woken up.
+    virtual bool breakRefused() const { return false; }
+    // Asks the driver of the open port to hand received bytes over at once; true if it took it.
+    virtual bool setLowLatency() { return false; }
     // Inside the handler: kCommEventReceive or kCommEventError.
     virtual int commEvent() const = 0;
     // The received-data event, run on the event thread.
