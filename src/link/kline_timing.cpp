@@ -1,7 +1,5 @@
 #include "link/kline_timing.h"
 
-#include <optional>
-
 #include "platform/realtime_section.h"
 
 namespace ketrel {
@@ -51,10 +49,9 @@ std::int64_t EdgeTimer::waitUntil(std::int64_t atMicros) {
 std::vector<std::int64_t> EdgeTimer::runEdges(
     std::optional<std::int64_t> startMicros, std::span<const std::int64_t> offsets,
     const std::function<void(std::size_t, std::int64_t)>& atEdge, bool lockMemory) {
-    std::optional<RealtimeSection> rt;
-    if (loop_.realTime()) rt.emplace(lockMemory);
-    gotRealtime_ = rt && rt->raised();
-    gotMemoryLock_ = rt && rt->locked();
+    RealtimeSection rt(lockMemory, loop_.realTime());
+    gotRealtime_ = rt.raised();
+    gotMemoryLock_ = rt.locked();
     // Timed from after the priority and the memory lock are in place, when no start is
     // given, so the time mlockall takes does not shorten the first slot.
     std::int64_t start = startMicros ? *startMicros : counterMicros();
@@ -91,8 +88,7 @@ FiveBaudTiming ClockOutFiveBaud(EventLoop& loop, SerialPort& port, unsigned char
 
 std::int64_t WaitFromInstant(EventLoop& loop, std::int64_t fromMicros, std::int64_t delayMicros) {
     EdgeTimer timer(loop);
-    std::optional<RealtimeSection> rt;
-    if (loop.realTime()) rt.emplace(false);
+    RealtimeSection rt(false, loop.realTime());
     return timer.waitUntil(fromMicros + delayMicros);
 }
 

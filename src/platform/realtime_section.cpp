@@ -5,7 +5,8 @@
 
 namespace ketrel {
 
-RealtimeSection::RealtimeSection(bool lockMemory) {
+RealtimeSection::RealtimeSection(bool lockMemory, bool enabled) {
+    if (!enabled) return;
     sched_param old{};
     oldPolicy_ = sched_getscheduler(0);
     if (oldPolicy_ >= 0 && sched_getparam(0, &old) == 0) {

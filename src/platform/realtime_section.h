@@ -5,10 +5,11 @@ namespace ketrel {
 // Holds the calling thread at a real-time priority (SCHED_FIFO), and optionally all memory
 // locked, while it lives, so that a few seconds of edge timing are not preempted or paged.
 // Where the system refuses either, it carries on without; the previous policy comes back
-// when the section ends.
+// when the section ends. Sections nest, but only the outermost should lock memory. With
+// `enabled` false (a loop on virtual time) it does nothing.
 class RealtimeSection {
   public:
-    explicit RealtimeSection(bool lockMemory);
+    explicit RealtimeSection(bool lockMemory, bool enabled = true);
     ~RealtimeSection();
     RealtimeSection(const RealtimeSection&) = delete;
     RealtimeSection& operator=(const RealtimeSection&) = delete;
