@@ -133,6 +133,10 @@ void showDevicePath(App& app) {
         path = PortDevicePath(app.platform.settings, lister ? *lister : none, number);
     }
     s.lblDevicePath.setText(number <= 0 ? "" : path.empty() ? "(no device)" : path);
+    // The adapter's driver and latency, which decide whether a K-line wake-up can work.
+    SerialAdapterInspector* adapters = app.platform.ports.adapterInspector();
+    s.lblAdapter.setText(
+        path.empty() || !adapters ? "" : "Adapter: " + DescribeAdapter(adapters->inspect(path)));
 }
 
 void applyDevice(App& app, SettingsState& st) {

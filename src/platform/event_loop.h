@@ -16,6 +16,9 @@ class EventLoop {
     // Blocks for ms milliseconds; time passes, no handler runs, serial bytes wait in the buffer.
     virtual void sleep(int ms) = 0;
     virtual Scheduler& scheduler() = 0;
+    // Whether time on this loop is the machine's own: only then is it worth raising the
+    // thread's priority or spinning for precise edges.
+    virtual bool realTime() const { return true; }
     Clock& clock() { return scheduler().clock(); }
 };
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/serial_adapter.h"
 #include "platform/serial_devices.h"
 
 namespace ketrel {
@@ -58,6 +59,11 @@ class SerialPort {
     virtual void setBreak(bool on) = 0;
     // Changes the baud rate of an open port keeping its receive buffer; false if it failed.
     virtual bool setBaud(int rate) = 0;
+    // Whether the driver refused the last break that was set; some adapters' drivers do,
+    // and then the line cannot be woken up.
+    virtual bool breakRefused() const { return false; }
+    // Asks the driver of the open port to hand received bytes over at once; true if it took it.
+    virtual bool setLowLatency() { return false; }
     // Inside the handler: kCommEventReceive or kCommEventError.
     virtual int commEvent() const = 0;
     // The received-data event, run on the event thread.
@@ -79,6 +85,8 @@ class SerialPortFactory {
     virtual std::unique_ptr<SerialPort> create(const std::string& objectName) = 0;
     // The devices the port numbers go to, where the backend knows them.
     virtual SerialDeviceLister* deviceLister() { return nullptr; }
+    // What the system tells about the adapters behind the devices, where the backend knows.
+    virtual SerialAdapterInspector* adapterInspector() { return nullptr; }
 };
 
 // SetPortBaud: changes the rate of an open port; a closed port is left alone, silently.

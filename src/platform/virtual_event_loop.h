@@ -53,6 +53,7 @@ class VirtualEventLoop : public EventLoop {
     static constexpr std::int64_t kPumpStepMicros = 100;
     void sleep(int ms) override;
     Scheduler& scheduler() override { return sched_; }
+    bool realTime() const override { return false; }
     VirtualClock& virtualClock() { return clock_; }
     std::int64_t nowMs() const { return clock_ms(); }
 

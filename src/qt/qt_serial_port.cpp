@@ -136,8 +136,13 @@ void QtSerialPort::output(std::string_view bytes) {
 
 void QtSerialPort::setBreak(bool on) {
     if (!port_.isOpen()) return;
-    port_.setBreakEnabled(on);
+    bool done = port_.setBreakEnabled(on);
+    if (on) breakRefused_ = !done;
     if (port_.error() == QSerialPort::UnsupportedOperationError) port_.clearError();
+}
+
+bool QtSerialPort::setLowLatency() {
+    return port_.isOpen() && SetAsyncLowLatency(int(port_.handle()));
 }
 
 bool QtSerialPort::setBaud(int rate) {

@@ -47,6 +47,8 @@ class QtSerialPort : public SerialPort {
     void output(std::string_view bytes) override;
     void setBreak(bool on) override;
     bool setBaud(int rate) override;
+    bool breakRefused() const override { return breakRefused_; }
+    bool setLowLatency() override;
     int commEvent() const override { return commEvent_; }
 
   private:
@@ -68,6 +70,7 @@ class QtSerialPort : public SerialPort {
     int inputLen_ = 0;
     int commEvent_ = 0;
     bool eventQueued_ = false;
+    bool breakRefused_ = false;
     bool closeQueued_ = false;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
@@ -79,10 +82,12 @@ class QtSerialPortFactory : public SerialPortFactory {
         : settings_(settings), devices_(devices) {}
     std::unique_ptr<SerialPort> create(const std::string& objectName) override;
     SerialDeviceLister* deviceLister() override { return &devices_; }
+    SerialAdapterInspector* adapterInspector() override { return &adapters_; }
 
   private:
     SettingsStore& settings_;
     SerialDeviceLister& devices_;
+    SysfsSerialAdapterInspector adapters_;
 };
 
 }  // namespace ketrel

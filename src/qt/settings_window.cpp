@@ -151,7 +151,7 @@ QWidget* devicePage(FrmSettings& s) {
     g->addWidget(delay, 6, 0, 1, 2);
     auto* detect = new QHBoxLayout;
     detect->addWidget(button(s.cmdAutoDetect));
-    detect->addStretch();
+    detect->addWidget(label(s.lblAdapter), 1);
     g->addLayout(detect, 7, 0, 1, 2);
     return page(g, {&s.cmdApplyDevice, &s.cmdClose1});
 }

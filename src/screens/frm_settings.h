@@ -33,6 +33,7 @@ class FrmSettings : public Screen {
     ControlArray<Field> lblRecommend{this, "lblRecommend"};
     Field lblDevicePath{this, "lblDevicePath"};  // the device the chosen port number maps to
     Field txtDevicePath{this, "txtDevicePath"};  // a device path typed by the user
+    Field lblAdapter{this, "lblAdapter"};        // the adapter behind that device: driver, latency
     Field cmdAutoDetect{this, "cmdAutoDetect"};
     Field cmdApplyDevice{this, "cmdApplyDevice"}, cmdClose1{this, "cmdClose", 1};
 

@@ -14,7 +14,8 @@ using Stored = std::map<std::string, std::string>;
 
 // An application past its splash with the settings screen opened.
 struct SettingsOpen : StartedApp {
-    explicit SettingsOpen(const Stored& stored = {}) : StartedApp(stored) {
+    explicit SettingsOpen(const Stored& stored = {}, SerialPortFactory* ports = nullptr)
+        : StartedApp(stored, ports) {
         start();
         loop.runFor(1500);
         app->frmSettings().unload();
@@ -357,14 +358,27 @@ TEST(SettingsScreen, CloseUnloadsAndAReopenStartsFromTheStoredValues) {
     EXPECT_EQ(s.cmbPort.count(), 17);
 }
 
+// Ports whose adapters are all FTDI ones with the latency timer at its default.
+struct FtdiPorts : NullSerialPortFactory, SerialAdapterInspector {
+    SerialAdapterInspector* adapterInspector() override { return this; }
+    SerialAdapterInfo inspect(const std::string& path) override {
+        return {path, "ftdi_sio", true, true, 16};
+    }
+    LowLatencyResult requestLowLatency(const std::string&) override { return {}; }
+    BreakSupport probeBreak(const std::string&) override { return BreakSupport::Works; }
+};
+
 TEST(SettingsScreen, ThePortPageShowsTheDeviceOfTheNumberAndStoresATypedOne) {
-    SettingsOpen t;
+    FtdiPorts ports;
+    SettingsOpen t({}, &ports);
     t.settings.save(kAppName, "Ports", "3", "/tmp/ketrel-car");
     FrmSettings& s = t.s();
     s.cmbPort.setText("3");
     EXPECT_EQ(s.lblDevicePath.text(), "/tmp/ketrel-car");
+    EXPECT_EQ(s.lblAdapter.text(), "Adapter: ftdi_sio (FTDI), latency timer 16 ms");
     s.cmbPort.setText("2");
     EXPECT_EQ(s.lblDevicePath.text(), "(no device)");
+    EXPECT_EQ(s.lblAdapter.text(), "");
     s.txtDevicePath.setText("/dev/pts/7");
     t.dialogs.answerNext(MsgAnswer::Yes);
     s.cmdApplyDevice.click();

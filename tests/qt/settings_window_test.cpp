@@ -53,6 +53,13 @@ TEST(SettingsWindow, OpensWithItsPagesAndApplyOff) {
     EXPECT_EQ(g.w<QLabel>("lblBR3Delay")->text(), "180");
     EXPECT_EQ(g.w<QListWidget>("lstDisplaySettings")->count(), 1);
     EXPECT_EQ(g.w<QLabel>("lblFileSize")->text(), "0.0 KB");
+    // A port number going to a device shows the adapter behind it, as the system tells it.
+    g.settings.save(kAppName, "Ports", "1", "/dev/ttyS0");
+    g.app().frmSettings().cmbPort.setText("1");
+    QApplication::processEvents();
+    EXPECT_EQ(g.w<QLabel>("lblAdapter")->text().toStdString(),
+              g.app().frmSettings().lblAdapter.text());
+    EXPECT_TRUE(g.w<QLabel>("lblAdapter")->text().startsWith("Adapter: "));
     const char* pages[] = {"units", "device", "display", "log", "sequence"};
     for (int i = 0; i < 5; ++i) {
         tabs->setCurrentIndex(i);
