@@ -10,11 +10,11 @@
 #include "link/conn_log.h"
 #include "link/kesh_receive.h"
 #include "link/kesh_request.h"
+#include "link/kline_timing.h"
 #include "link/port_number.h"
 #include "link/serial_timing.h"
 #include "obd/bit_operations.h"
 #include "obd/pid_catalogue.h"
-#include "platform/clock.h"
 #include "platform/serial_port.h"
 #include "state/app.h"
 
@@ -26,46 +26,22 @@ constexpr std::string_view kIsoPid00{"\x68\x6A\xF1\x01\x00\xC4", 6};
 constexpr std::string_view kKwpPid00{"\xC2\x33\xF1\x01\x00\xE7", 6};
 constexpr std::string_view kStartCommunication{"\xC1\x33\xF1\x81\x66", 5};
 
-// One slot of the 5-baud address byte 0x33, least significant bit first.
-struct BitSlot {
-    const char* name;
-    bool lineLow;  // the port's break holds the K-line low
-};
-constexpr std::array<BitSlot, 10> kAddress33{{{"START BIT", true},
-                                              {"BIT 1", false},
-                                              {"BIT 2", false},
-                                              {"BIT 3", true},
-                                              {"BIT 4", true},
-                                              {"BIT 5", false},
-                                              {"BIT 6", false},
-                                              {"BIT 7", true},
-                                              {"BIT 8", true},
-                                              {"STOP BIT", false}}};
-
 SerialPort& klinePort(App& app) {
     return *app.frmMain().KeshMSComm;
 }
 
-// The busy wait of the wake-up: spins on the stopwatch, nothing pumped, until `seconds` after
-// the counter value `start`, so that edges timed from one start do not drift. Returns the
-// seconds from `start` when it ends. Every timed edge of the K-line goes through here.
-double waitUntilEdge(App& app, std::int64_t start, double seconds) {
-    Clock& clock = app.loop().clock();
-    const double frequency = double(clock.frequency());
-    if (frequency <= 0) return 0;  // no counter: no timing, and no hang
-    const double elapsed = double(clock.counter() - start) / frequency;
-    if (seconds > elapsed) BusyWait(app.TimerObject(), seconds - elapsed);
-    // The stopwatch rounds to 0.1 ms; the edge must not come early.
-    const auto target = std::int64_t(std::ceil(seconds * frequency));
-    std::int64_t now = clock.counter();
-    while (now - start < target)
-        now = clock.counter();
-    return double(now - start) / frequency;
+// The present instant of the wake-up's waits, in microseconds.
+std::int64_t counterNow(App& app) {
+    return EdgeTimer(app.loop()).nowMicros();
 }
 
-// The counter value a wait starts from.
-std::int64_t counterNow(App& app) {
-    return app.loop().clock().counter();
+// The busy wait of the wake-up: nothing pumped until `seconds` after the instant `start`, on
+// the real clock's counter at real-time priority where the system allows it. Returns the
+// seconds from `start` when it ends. Every timed wait of the K-line goes through here.
+double waitUntilEdge(App& app, std::int64_t start, double seconds) {
+    const std::int64_t reached =
+        WaitFromInstant(app.loop(), start, std::int64_t(std::llround(seconds * 1e6)));
+    return double(reached - start) / 1e6;
 }
 
 // Seconds as the stopwatch gives them, to four decimals without trailing zeros ("0.2001").
@@ -149,17 +125,17 @@ bool idleWithCountdown(App& app) {
 }
 
 // The address byte 0x33 at 5 baud: ten slots of 200 ms on the port's break, each edge timed
-// from the first and made before the slot's log lines are written. Nothing else runs.
+// from the first, the slot's log lines written after its edge. Nothing else runs.
 void clockOutAddress(App& app) {
-    const std::int64_t start = counterNow(app);
-    double edge = 0;
-    for (std::size_t k = 0; k <= kAddress33.size(); ++k) {
-        const double next = k == 0 ? 0.0 : waitUntilEdge(app, start, 0.2 * double(k));
-        if (k < kAddress33.size())
-            onPort(app, [&](SerialPort& p) { p.setBreak(kAddress33[k].lineLow); });
-        if (k > 0) LogLine(app, "TIME ELAPSE:  " + secondsText(next - edge));
-        if (k < kAddress33.size()) LogLine(app, std::string("SENDING:  ") + kAddress33[k].name);
-        edge = next;
+    try {
+        ClockOutFiveBaud(
+            app.loop(), klinePort(app), 0x33,
+            [&](const FiveBaudSlot& slot) { LogLine(app, std::string("SENDING:  ") + slot.name); },
+            [&](const FiveBaudSlot&, double seconds) {
+                LogLine(app, "TIME ELAPSE:  " + secondsText(seconds));
+            });
+    } catch (const SerialError&) {
+        // A port that fails under the byte: no answer comes, and the time-out ends the attempt.
     }
 }
 
