@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/event_loop.h"
+#include "platform/serial_adapter.h"
 #include "platform/serial_devices.h"
 #include "platform/serial_port.h"
 #include "platform/settings_store.h"
@@ -29,9 +30,12 @@ class SimPortFactory : public SerialPortFactory {
     ~SimPortFactory() override;
     std::unique_ptr<SerialPort> create(const std::string& objectName) override;
     SerialDeviceLister* deviceLister() override { return &devices_; }
+    // The serial devices' adapters (a "sim:" path has none to tell of).
+    SerialAdapterInspector* adapterInspector() override { return &adapters_; }
 
   private:
     SerialDeviceLister& devices_;
+    SysfsSerialAdapterInspector adapters_;
     std::shared_ptr<SimCars> cars_;
 };
 
