@@ -193,8 +193,11 @@ void KlineEcu::fastPattern(std::int64_t lowEnd) {
     patternEnd_ = lowEnd + ms(timing.fastLowMs);
     state_ = State::AwaitStartComm;
     note("fast initialisation pattern");
-    later(patternEnd_ + ms(timing.startCommWindowMs),
-          [this] { sleep("no StartCommunication after the fast initialisation"); });
+    later(patternEnd_ + ms(timing.startCommWindowMs), [this] {
+        // A StartCommunication that came in time has linked; only a wait still open ends here.
+        if (state_ == State::AwaitStartComm)
+            sleep("no StartCommunication after the fast initialisation");
+    });
 }
 
 void KlineEcu::onByte(unsigned char byte) {
