@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "link/br3_frames.h"
+#include "link/request_walk.h"
 #include "link/serial_timing.h"
 #include "platform/serial_port.h"
 #include "screens/frm_main.h"
@@ -105,24 +106,7 @@ bool send(App& app, const std::string& frame) {
 }
 
 bool sessionGone(App& app) {
-    return !app.Connected || !scanPort(app).portOpen();
-}
-
-// Walks `index` over [low, high] until `holds(index)`, pumping at each step. False when the walk
-// was left for a sweep (`watchSweeps`) or the session ended under it.
-template <class Holds>
-bool walk(App& app, int& index, int low, int high, bool watchSweeps, Holds holds,
-          bool* leftForSweep = nullptr) {
-    while (!holds(index)) {
-        app.loop().pump();
-        if (watchSweeps && (app.Mode6Active || app.Mode5ManufActive)) {
-            if (leftForSweep) *leftForSweep = true;
-            return false;
-        }
-        if (sessionGone(app)) return false;
-        if (++index > high) index = low;
-    }
-    return true;
+    return ScanSessionGone(app, scanPort(app));
 }
 
 // The end of a request that didn't hand over: the index moves on and the timer is armed.
@@ -232,14 +216,14 @@ bool servePidCycle(App& app, const LineRow& row) {
     int& index = app.Br3Count.PidIndex[row.slot];
     if (index < 1 || index > 31) index = 1;
     bool leftForSweep = false;
-    if (!walk(
-            app, index, 1, 31, true, [&](int i) { return app.PidWanted[std::size_t(i)]; },
-            &leftForSweep))
+    if (!WalkToWanted(
+            app, scanPort(app), index, 1, 31, true,
+            [&](int i) { return app.PidWanted[std::size_t(i)]; }, &leftForSweep))
         return leftForSweep;
     if (index == 0x1C) index++;
-    if (!walk(
-            app, index, 1, 31, true, [&](int i) { return app.Mode1Supported[std::size_t(i)]; },
-            &leftForSweep))
+    if (!WalkToWanted(
+            app, scanPort(app), index, 1, 31, true,
+            [&](int i) { return app.Mode1Supported[std::size_t(i)]; }, &leftForSweep))
         return leftForSweep;
     const std::vector<int> items = IndicatorItems(index);
     app.frmMain().Image1[index == 1 ? items.front() : items.back()].setPicture(kImgGreen);
@@ -332,9 +316,11 @@ void BR3RequestNew(App& app, Br3Line line) {
         return;
     }
     if (index < 33 || index > 78) index = 33;
-    if (!walk(app, index, 33, 78, false, [&](int i) { return app.PidWanted[std::size_t(i)]; }))
+    if (!WalkToWanted(app, scanPort(app), index, 33, 78, false,
+                      [&](int i) { return app.PidWanted[std::size_t(i)]; }))
         return;
-    if (!walk(app, index, 33, 78, false, [&](int i) { return app.Mode1Supported[std::size_t(i)]; }))
+    if (!WalkToWanted(app, scanPort(app), index, 33, 78, false,
+                      [&](int i) { return app.Mode1Supported[std::size_t(i)]; }))
         return;
     app.frmNewPids().Image1[index - 32].setPicture(kImgGreen);
     // PID 40 has its own one-shot.

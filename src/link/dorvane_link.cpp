@@ -7,6 +7,7 @@
 #include "link/dorvane_receive.h"
 #include "link/frame_dispatch.h"
 #include "link/port_number.h"
+#include "link/request_walk.h"
 #include "link/serial_timing.h"
 #include "obd/bit_operations.h"
 #include "platform/serial_port.h"
@@ -160,15 +161,7 @@ void DORVANEConnectingTimeOutElapsed(App& app) {
         return;
     }
     LogLine(app, "UNSUCCESSFUL CONNECTING");
-    MsgAnswer answer = app.dialogs().show(
-        MessageBox{"No Communication",
-                   "Unable To Establish Communication, Check The Following Below.\n\n"
-                   "* Make Sure Hardware Is Connected To Serial Port\n"
-                   "* Make Sure OBD II Connector Is Connected To Vehicle\n"
-                   "* Tampered/Incorrect Settings\n"
-                   "* Changed/Incorrect Hardware Device\n"
-                   "* Make Sure Ignition Key Is On",
-                   MsgButtons::RetryCancel, MsgIcon::Stop, false});
+    MsgAnswer answer = app.dialogs().show(NoCommunicationBox());
     if (answer != MsgAnswer::Retry) {
         if (app.hooks.CancelConnect) app.hooks.CancelConnect();
         return;

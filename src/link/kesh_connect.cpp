@@ -12,6 +12,7 @@
 #include "link/kesh_request.h"
 #include "link/kline_timing.h"
 #include "link/port_number.h"
+#include "link/request_walk.h"
 #include "link/serial_timing.h"
 #include "obd/bit_operations.h"
 #include "obd/pid_catalogue.h"
@@ -300,15 +301,7 @@ void check(App& app, KeshLine line) {
 }
 
 void noCommunication(App& app) {
-    const MsgAnswer answer = app.dialogs().show(
-        MessageBox{"No Communication",
-                   "Unable To Establish Communication, Check The Following Below.\n\n"
-                   "* Make Sure Hardware Is Connected To Serial Port\n"
-                   "* Make Sure OBD II Connector Is Connected To Vehicle\n"
-                   "* Tampered/Incorrect Settings\n"
-                   "* Changed/Incorrect Hardware Device\n"
-                   "* Make Sure Ignition Key Is On",
-                   MsgButtons::RetryCancel, MsgIcon::Stop, false});
+    const MsgAnswer answer = app.dialogs().show(NoCommunicationBox());
     app.KeshConnect.Finished = true;
     if (answer == MsgAnswer::Retry) {
         LogLine(app, "RETRY COMMAND");

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "link/br3_frames.h"
+#include "link/request_walk.h"
 #include "link/serial_timing.h"
 #include "platform/serial_port.h"
 #include "screens/frm_main.h"
@@ -78,7 +79,7 @@ bool send(App& app, const std::string& frame) {
 }
 
 bool sessionGone(App& app) {
-    return !app.Connected || !scanPort(app).portOpen();
+    return ScanSessionGone(app, scanPort(app));
 }
 
 // Steps shared by every request: the port at the scan rate whatever a wake-up or a sweep left,
@@ -99,23 +100,6 @@ bool prepare(App& app) {
     app.RawFrame.clear();
     m.TimeOutConnect.start();
     return !sessionGone(app);
-}
-
-// Walks `index` over [low, high] until `holds(index)`, pumping at each step. False when the
-// walk was left for a sweep or the session ended under it.
-template <class Holds>
-bool walk(App& app, int& index, int low, int high, bool watchSweeps, Holds holds,
-          bool* leftForSweep = nullptr) {
-    while (!holds(index)) {
-        app.loop().pump();
-        if (watchSweeps && (app.Mode6Active || app.Mode5ManufActive)) {
-            if (leftForSweep) *leftForSweep = true;
-            return false;
-        }
-        if (sessionGone(app)) return false;
-        if (++index > high) index = low;
-    }
-    return true;
 }
 
 // The end of a request that didn't hand over. A path that sent nothing keeps the text of the
@@ -211,14 +195,14 @@ bool servePidCycle(App& app, KeshLine line) {
     int& index = app.KeshCount.PidIndex[slotOf(line)];
     if (index < 1 || index > 31) index = 1;
     bool leftForSweep = false;
-    if (!walk(
-            app, index, 1, 31, true, [&](int i) { return app.PidWanted[std::size_t(i)]; },
-            &leftForSweep))
+    if (!WalkToWanted(
+            app, scanPort(app), index, 1, 31, true,
+            [&](int i) { return app.PidWanted[std::size_t(i)]; }, &leftForSweep))
         return leftForSweep;
     if (index == 0x1C) index++;
-    if (!walk(
-            app, index, 1, 31, true, [&](int i) { return app.Mode1Supported[std::size_t(i)]; },
-            &leftForSweep))
+    if (!WalkToWanted(
+            app, scanPort(app), index, 1, 31, true,
+            [&](int i) { return app.Mode1Supported[std::size_t(i)]; }, &leftForSweep))
         return leftForSweep;
     const std::vector<int> items = IndicatorItems(index);
     app.frmMain().Image1[index == 1 ? items.front() : items.back()].setPicture(kImgGreen);
@@ -305,9 +289,11 @@ void KeshRequestNew(App& app, KeshLine line) {
         return;
     }
     if (index < 33 || index > 78) index = 33;
-    if (!walk(app, index, 33, 78, false, [&](int i) { return app.PidWanted[std::size_t(i)]; }))
+    if (!WalkToWanted(app, scanPort(app), index, 33, 78, false,
+                      [&](int i) { return app.PidWanted[std::size_t(i)]; }))
         return;
-    if (!walk(app, index, 33, 78, false, [&](int i) { return app.Mode1Supported[std::size_t(i)]; }))
+    if (!WalkToWanted(app, scanPort(app), index, 33, 78, false,
+                      [&](int i) { return app.Mode1Supported[std::size_t(i)]; }))
         return;
     app.frmNewPids().Image1[index - 32].setPicture(kImgGreen);
     // PID 40 has its own one-shot.
