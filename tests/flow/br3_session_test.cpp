@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "core/session.h"
+#include "flow/dorvane_rig.h"
 #include "link/br3_frames.h"
 #include "link/conn_log.h"
 #include "sim/br3_converter.h"
@@ -28,17 +29,10 @@ struct Br3Rig {
                                          .vehicle) {
         ports.plug(1, wire);
         App& app = *t;
-        t.settings.save(kAppName, kSection, "OBDIIHardware", kBr3);
-        t.settings.save(kAppName, kSection, "ConnectPort", "1");
-        app.TimeOut = 10000;
-        app.frmMain().TimeOutConnect.setInterval(10000);
-        app.SaveInfo = app.ConnectLogEnabled = app.BR3SetDelay = true;
+        app.BR3SetDelay = true;
         app.BR3Start = start;
-        app.BR3Delay = "180";
         app.Temp = "F";
-        std::filesystem::create_directories(t.dir.path() / "Log");
-        InstallSession(app);
-        app.frmMain().load();
+        SetUpSessionRig(t, kBr3, "180");
         app.hooks.FrameDecoded = [this] { decoded.push_back(t->RawFrame); };
     }
     App& app() { return *t; }

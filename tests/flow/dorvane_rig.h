@@ -11,22 +11,27 @@
 
 namespace ketrel::test {
 
+// What every session rig sets up: the user chose `hardware` on port 1 with the connecting log
+// on, a 10 s watchdog and this request delay; then the session logic and the main screen.
+inline void SetUpSessionRig(TestApp& t, const char* hardware, const char* delay) {
+    App& app = *t;
+    t.settings.save(kAppName, kSection, "OBDIIHardware", hardware);
+    t.settings.save(kAppName, kSection, "ConnectPort", "1");
+    app.TimeOut = 10000;
+    app.frmMain().TimeOutConnect.setInterval(10000);
+    app.SaveInfo = app.ConnectLogEnabled = true;
+    app.BR3Delay = delay;
+    std::filesystem::create_directories(t.dir.path() / "Log");
+    InstallSession(app);
+    app.frmMain().load();
+}
+
 // The application joined to a simulated text converter on port 1, on virtual time, with the
 // session logic installed and the settings a user would have after choosing that converter.
 struct DorvaneRig {
     DorvaneRig() : t(&ports) {
         ports.plug(1, wire);
-        App& app = *t;
-        t.settings.save(kAppName, kSection, "OBDIIHardware", kDorvane);
-        t.settings.save(kAppName, kSection, "ConnectPort", "1");
-        app.TimeOut = 10000;
-        app.frmMain().TimeOutConnect.setInterval(10000);
-        app.SaveInfo = true;
-        app.ConnectLogEnabled = true;
-        app.BR3Delay = "180";
-        std::filesystem::create_directories(t.dir.path() / "Log");
-        InstallSession(app);
-        app.frmMain().load();
+        SetUpSessionRig(t, kDorvane, "180");
     }
     App& app() { return *t; }
     // Everything the converter was asked, in order.

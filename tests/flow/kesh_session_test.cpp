@@ -5,6 +5,7 @@
 #include <set>
 
 #include "core/session.h"
+#include "flow/dorvane_rig.h"
 #include "link/conn_log.h"
 #include "sim/kline_ecu.h"
 #include "sim/sim_serial_port.h"
@@ -26,17 +27,10 @@ struct KeshRig {
                       .vehicle) {
         ports.plug(1, wire);
         App& app = *t;
-        t.settings.save(kAppName, kSection, "OBDIIHardware", hardware);
-        t.settings.save(kAppName, kSection, "ConnectPort", "1");
-        app.TimeOut = 10000;
-        app.frmMain().TimeOutConnect.setInterval(10000);
-        app.SaveInfo = app.ConnectLogEnabled = app.BR3SetDelay = true;
+        app.BR3SetDelay = true;
         app.KeshStart = keshStart;
-        app.BR3Delay = "225";
         app.Temp = "F";
-        std::filesystem::create_directories(t.dir.path() / "Log");
-        InstallSession(app);
-        app.frmMain().load();
+        SetUpSessionRig(t, hardware, "225");
         app.hooks.FrameDecoded = [this] { decoded.push_back(t->RawFrame); };
     }
     App& app() { return *t; }
