@@ -159,6 +159,8 @@ bool startFiveBaud(App& app) {
     LogLine(app, "SET BAUD RATE:  10400");
     onPort(app, [](SerialPort& p) { p.clearInput(); });
     LogLine(app, "CLEAR BUFFER");
+    app.KeshConnect.HandshakePriority =
+        std::make_unique<RealtimeSection>(false, app.loop().realTime());
     clockOutAddress(app);
     if (app.BR3SetDelay) {
         LogLine(app, "SET AUTO DELAY");
@@ -182,6 +184,7 @@ void answerKeyBytes(App& app, const std::string& text) {
     const int inverted = 255 - HexTextToByte(text.substr(text.size() - 2), bad);
     LogLine(app, "SENDING INVERTED:  " + plainHex(inverted));
     sendText(app, std::string(1, char(inverted)));
+    app.KeshConnect.HandshakePriority.reset();
 }
 
 // The vehicle has acknowledged the address: the first request goes out on ISO 9141.
@@ -415,6 +418,7 @@ void KeshFastInit(App& app) {
 
 void KeshTimeOutTick(App& app) {
     app.frmConnecting().KeshTimeOut.stop();
+    app.KeshConnect.HandshakePriority.reset();
     if (app.ConnectCancelled || app.frmConnecting().ConnectDone) return;
     if (app.ProtocolCode == "04" && app.KeshStart == 3) {
         KeshFastInit(app);
@@ -457,6 +461,7 @@ ConnectOutcome KeshConnect(App& app) {
     if (armed) {
         PumpedWait(app.loop(), [&] { return app.ConnectCancelled || app.KeshConnect.Finished; });
     }
+    app.KeshConnect.HandshakePriority.reset();
     if (app.ConnectCancelled) {
         c.KeshTimeOut.stop();
         onPort(app, [](SerialPort& port) { port.setPortOpen(false); });

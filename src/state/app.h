@@ -10,6 +10,7 @@
 #include "platform/desktop.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
+#include "platform/realtime_section.h"
 #include "platform/serial_port.h"
 #include "platform/settings_store.h"
 #include "screens/frm_alert_mil.h"
@@ -83,6 +84,9 @@ struct Br3Counters {
 struct KeshConnectState {
     bool Finished = false;  // the link is up, or "No Communication" was answered
     bool Retry = false;     // the user asked for the whole connect again
+    // Real-time priority held from the address byte until the inverted key byte is out, so
+    // the thread wakes at once for the key bytes and keeps the 25 ms to the answer under load.
+    std::unique_ptr<RealtimeSection> HandshakePriority;
 };
 
 // The application object: the one block of session variables, under the names the whole
