@@ -9,7 +9,7 @@
 namespace ketrel {
 namespace {
 
-struct Run {
+struct ToolRun {
     int status = -1;
     std::string out, err;
 };
@@ -34,7 +34,7 @@ struct Installed {
         test::WriteFile(dir.path() / "Log" / "trip.log",
                         "\"486B10410C1AF855\"\r\n\"486B104105A055\"\r\n\"486B10412F8055\"\r\n");
     }
-    Run run(const std::string& args) {
+    ToolRun run(const std::string& args) {
         auto out = dir.path() / "out", err = dir.path() / "err";
         std::string cmd = "'" + (dir.path() / "ketrel-export").string() + "' " + args + " >'" +
                           out.string() + "' 2>'" + err.string() + "' </dev/null";
@@ -45,18 +45,18 @@ struct Installed {
 
 TEST(KetrelExportSaved, ListsTheCatalogueAndExportsASavedLogWithItsRowsType) {
     Installed tool;
-    Run list = tool.run("--list");
+    ToolRun list = tool.run("--list");
     EXPECT_EQ(list.status, 0) << list.err;
     EXPECT_EQ(list.out,
               "trip\tBR3ISO\t3/4/2026\t3\t2004\tVantor\tCresta\tVIN1\tPL8\t12000\n"
               "gone\tDORVANE\t5/6/2026\t9\tN/A\tN/A\tN/A\tN/A\tN/A\tN/A\n");
 
     // The ISO frames decode only when the row's type, not the default, picks the routine.
-    Run final = tool.run("--saved trip --final");
-    EXPECT_EQ(final.status, 0) << final.err;
-    std::vector<std::string> lines = test::Lines(final.out);
+    ToolRun fin = tool.run("--saved trip --final");
+    EXPECT_EQ(fin.status, 0) << fin.err;
+    std::vector<std::string> lines = test::Lines(fin.out);
     EXPECT_NE(std::find(lines.begin(), lines.end(), "lblRPM\t1726"), lines.end());
-    Run csv = tool.run("--saved=trip");
+    ToolRun csv = tool.run("--saved=trip");
     EXPECT_EQ(csv.status, 0) << csv.err;
     EXPECT_EQ(test::Lines(csv.out).size(), 4u);
 
@@ -65,13 +65,13 @@ TEST(KetrelExportSaved, ListsTheCatalogueAndExportsASavedLogWithItsRowsType) {
     } failures[] = {{"--saved nosuch", "no saved log is named \"nosuch\""},
                     {"--saved gone", "cannot open"}};
     for (const Case& c : failures) {
-        Run r = tool.run(c.args);
+        ToolRun r = tool.run(c.args);
         EXPECT_EQ(r.status, 1) << c.args;
         EXPECT_NE(r.err.find(c.message), std::string::npos) << r.err;
         EXPECT_EQ(r.out, "");
     }
     std::filesystem::remove(tool.dir.path() / "System" / "LogRecords.db");
-    Run missing = tool.run("--list");
+    ToolRun missing = tool.run("--list");
     EXPECT_EQ(missing.status, 1);
     EXPECT_NE(missing.err.find("LogRecords.db"), std::string::npos) << missing.err;
 }
