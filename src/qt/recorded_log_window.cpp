@@ -51,7 +51,7 @@ QTableWidget* grid(FrmRecordedLog& s) {
 QWidget* MakeRecordedLogWindow(FrmRecordedLog& s) {
     auto* w = new QWidget;
     w->setObjectName("frmRecordedLog");
-    w->resize(900, 420);
+    w->resize(1000, 420);
     auto* v = new QVBoxLayout(w);
     v->setContentsMargins(8, 4, 8, 8);
 

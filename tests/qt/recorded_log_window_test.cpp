@@ -15,6 +15,7 @@ namespace {
 TEST(RecordedLogWindow, ShowsTheCatalogueWithItsHighlightAndFollowsAClick) {
     test::GuiApp g;
     {
+        std::filesystem::create_directories(g.dir.path() / "System");
         SqliteDb db;
         ASSERT_TRUE(db.open(g.dir.path() / "System" / "LogRecords.db", true));
         ASSERT_TRUE(
