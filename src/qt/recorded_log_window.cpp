@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -15,6 +16,20 @@
 namespace ketrel {
 
 namespace {
+
+// The search method changes only through its list: typed keys are swallowed, but Tab still
+// moves the focus on.
+class SwallowKeys : public QObject {
+  public:
+    using QObject::QObject;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() != QEvent::KeyPress) return false;
+        const int key = static_cast<QKeyEvent*>(e)->key();
+        return key != Qt::Key_Tab && key != Qt::Key_Backtab;
+    }
+};
 
 QLabel* caption(Field& f) {
     auto* l = new QLabel;
@@ -69,6 +84,7 @@ QWidget* MakeRecordedLogWindow(FrmRecordedLog& s) {
     auto* method = new QComboBox;
     method->setObjectName("cmbSearchMethod");
     BindCombo(method, s.cmbSearchMethod);
+    method->installEventFilter(new SwallowKeys(method));
     searchRow->addWidget(method);
     searchRow->addSpacing(8);
     searchRow->addWidget(caption(s.Label1[1]));
