@@ -11,25 +11,22 @@ using test::Row;
 constexpr std::int64_t kYellow = 0xFFFF00, kGrey = 0xE0E0E0;
 
 TEST(RecordedLog, ActivationFollowsTheTableAndTheHighlightMoves) {
-    struct Case {
-        int rows;
-    } cases[] = {{0}, {1}, {3}};
-    for (const Case& c : cases) {
+    for (int count : {0, 3}) {
         std::vector<LogRecord> rows;
-        for (int i = 0; i < c.rows; ++i)
+        for (int i = 0; i < count; ++i)
             rows.push_back(Row("log" + std::to_string(i)));
         CatalogueApp a(rows);
         a.open();
         FrmRecordedLog& s = *a.s;
         EXPECT_TRUE(s.visible());
         EXPECT_FALSE(a.app().frmMain().enabled());
-        EXPECT_EQ(s.lbltotalRecord.text(), std::to_string(c.rows));
-        EXPECT_EQ(s.gridLog.rows(), c.rows + 1);
+        EXPECT_EQ(s.lbltotalRecord.text(), std::to_string(count));
+        EXPECT_EQ(s.gridLog.rows(), count + 1);
         EXPECT_EQ(s.gridLog.text(0, 8), "Interface Type");
         for (Field* f : {&s.cmdPlay, &s.cmdDelete, &s.cmdSearch, &s.cmdDeleteAll})
-            EXPECT_EQ(f->enabled(), c.rows > 0) << f->name();
+            EXPECT_EQ(f->enabled(), count > 0) << f->name();
         EXPECT_EQ(s.cmbSearchMethod.text(), "Name");
-        if (c.rows < 3) continue;
+        if (count < 3) continue;
         EXPECT_EQ(s.gridLog.cellBackColor(1, 9), kYellow);
         s.gridMouseUp(3, 4);
         EXPECT_EQ(s.Row, 3);
