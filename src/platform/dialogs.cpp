@@ -42,4 +42,12 @@ MsgAnswer ScriptedDialogs::show(const MessageBox& box) {
     return defaultAnswer(box.buttons);
 }
 
+std::string ScriptedDialogs::askSaveFile(const SaveFileQuestion& question) {
+    fileQuestions.push_back(question);
+    if (fileScript_.empty()) return {};
+    std::string path = std::move(fileScript_.front());
+    fileScript_.pop_front();
+    return path;
+}
+
 }  // namespace ketrel

@@ -19,6 +19,13 @@ struct MessageBox {
     bool systemModal = false;
 };
 
+// A question for the name of a file to write.
+struct SaveFileQuestion {
+    std::string title;
+    std::string suggestedName;  // the file name offered first
+    std::string filter;         // such as "CSV files (*.csv)"
+};
+
 // The first button of a box: what Enter presses and what a headless run answers.
 MsgAnswer defaultAnswer(MsgButtons buttons);
 // Cancel where the box has one, else its default: what a headless run answers a question.
@@ -33,6 +40,12 @@ class Dialogs {
     MsgAnswer message(std::string text, std::string title = "Ketrel", MsgIcon icon = MsgIcon::None,
                       MsgButtons buttons = MsgButtons::Ok) {
         return show(MessageBox{std::move(title), std::move(text), buttons, icon, false});
+    }
+    // Asks for the file to write; empty when the user cancelled. A run without a screen has
+    // nobody to ask, so the question is cancelled there.
+    virtual std::string askSaveFile(const SaveFileQuestion& question) {
+        (void)question;
+        return {};
     }
 };
 
@@ -52,8 +65,13 @@ class ScriptedDialogs : public Dialogs {
     void clear() { shown_.clear(); }
     // A hook run when a box comes up, before it is answered (a test may act "while it shows").
     std::function<void(const MessageBox&)> onShow;
+    // File questions: answered from their own script, else cancelled; each one is kept.
+    std::string askSaveFile(const SaveFileQuestion& question) override;
+    void answerNextSaveFile(std::string path) { fileScript_.push_back(std::move(path)); }
+    std::vector<SaveFileQuestion> fileQuestions;
 
   private:
+    std::deque<std::string> fileScript_;
     std::deque<MsgAnswer> script_;
     std::vector<MessageBox> shown_;
 };

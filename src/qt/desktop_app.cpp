@@ -10,8 +10,11 @@
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
+#include "qt/recorded_log_window.h"
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
+#include "recording/recorded_log.h"
+#include "screens/frm_recorded_log.h"
 
 namespace ketrel {
 
@@ -38,6 +41,9 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmAutoDetect* detect = AutoDetectScreen(*app_))
         windows_->registerView("frmAutoDetect",
                                [detect](Screen&) { return MakeAutoDetectWindow(*detect); });
+    if (FrmRecordedLog* logs = RecordedLogScreen(*app_))
+        windows_->registerView("frmRecordedLog",
+                               [logs](Screen&) { return MakeRecordedLogWindow(*logs); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

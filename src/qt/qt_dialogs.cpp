@@ -1,6 +1,7 @@
 #include "qt/qt_dialogs.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <utility>
@@ -72,6 +73,13 @@ MsgAnswer QtDialogs::show(const MessageBox& box) {
     for (auto& [qb, answer] : buttons)
         if (pressed == qb) return answer;
     return escape;
+}
+
+std::string QtDialogs::askSaveFile(const SaveFileQuestion& question) {
+    QString path = QFileDialog::getSaveFileName(
+        QApplication::activeWindow(), QString::fromStdString(question.title),
+        QString::fromStdString(question.suggestedName), QString::fromStdString(question.filter));
+    return path.toStdString();
 }
 
 }  // namespace ketrel

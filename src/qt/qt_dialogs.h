@@ -10,6 +10,8 @@ namespace ketrel {
 class QtDialogs : public Dialogs {
   public:
     MsgAnswer show(const MessageBox& box) override;
+    // The desktop's file dialogue, over the active window.
+    std::string askSaveFile(const SaveFileQuestion& question) override;
 };
 
 }  // namespace ketrel

@@ -1,5 +1,6 @@
 #pragma once
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,5 +41,10 @@ class LogCatalogue {
   private:
     SqliteDb db_;
 };
+
+// The file of a catalogued log, Log/<name>.log under appPath. Nothing when the name would
+// reach outside Log/: empty, "." or "..", or holding a folder separator or a NUL.
+std::optional<std::filesystem::path> LogFilePath(const std::filesystem::path& appPath,
+                                                 const std::string& name);
 
 }  // namespace ketrel

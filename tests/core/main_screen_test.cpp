@@ -306,7 +306,7 @@ struct Needed {
     const char* screen;
 };
 const Needed kNeeded[] = {
-    {"mnuFileOpen", "frmRecordedLog"},    {"mnuEditRecord", "frmRecorder"},
+    {"mnuFilePrintFF", "frmPrintFF"},     {"mnuEditRecord", "frmRecorder"},
     {"mnuViewScope", "frmScope"},         {"mnuViewCodes", "frmTroubleCode"},
     {"mnuViewTerms", "frmTerms"},         {"mnuOptionList", "frmCustomData"},
     {"mnuViewCoolant", "frmRealDisplay"}, {"mnuHelpAbout", "frmAbout"},

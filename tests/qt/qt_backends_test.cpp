@@ -106,6 +106,9 @@ TEST(AppFolder, UsesTheProgramFolderWhenWritableElseASeededUserFolder) {
     auto program = dir.path() / "bin";
     std::filesystem::create_directories(program / "System");
     std::ofstream(program / "System" / "Requirement.txt") << "installed";
+    // The databases the build makes are installed under share/ketrel/System.
+    std::filesystem::create_directories(dir.path() / "share" / "ketrel" / "System");
+    std::ofstream(dir.path() / "share" / "ketrel" / "System" / "LogRecords.db") << "empty";
     auto user = dir.path() / "user" / "Ketrel";
 
     EXPECT_EQ(ResolveAppFolder(program, true, user), program);
@@ -115,6 +118,7 @@ TEST(AppFolder, UsesTheProgramFolderWhenWritableElseASeededUserFolder) {
 
     std::filesystem::create_directories(user / "System");
     std::ofstream(user / "System" / "KetrelHistory.txt") << "mine";
+    std::ofstream(user / "System" / "LogRecords.db") << "saved";
     EXPECT_EQ(ResolveAppFolder(program, false, user), user);
     EXPECT_TRUE(std::filesystem::exists(user / "System" / "Requirement.txt"));
     EXPECT_TRUE(std::filesystem::is_directory(user / "Log"));
@@ -122,6 +126,10 @@ TEST(AppFolder, UsesTheProgramFolderWhenWritableElseASeededUserFolder) {
     std::string text;
     kept >> text;
     EXPECT_EQ(text, "mine");
+    EXPECT_EQ(test::ReadFile(user / "System" / "LogRecords.db"), "saved");
+    std::filesystem::remove(user / "System" / "LogRecords.db");
+    ResolveAppFolder(program, false, user);
+    EXPECT_EQ(test::ReadFile(user / "System" / "LogRecords.db"), "empty");
 }
 
 TEST(DesktopProgram, StartsWithAJunkSettingsFileAndWithAnUnwritableConfigFolder) {

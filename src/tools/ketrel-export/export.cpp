@@ -10,10 +10,7 @@
 #include "core/text_convert.h"
 #include "export_session.h"
 #include "link/converters.h"
-#include "link/log_frames.h"
 #include "link/port_number.h"
-#include "obd/value_fields.h"
-#include "screens/data_tab_layout.h"
 
 namespace ketrel::exporter {
 namespace {
@@ -46,116 +43,12 @@ std::string ParseUnits(const std::string& text, ExportOptions& options) {
     return {};
 }
 
-// Tabs and line ends written as \t, \n, \r, backslash as \\, so one field stays on one line.
-std::string Escape(const std::string& text) {
-    std::string out;
-    for (char c : text) {
-        switch (c) {
-            case '\\':
-                out += "\\\\";
-                break;
-            case '\t':
-                out += "\\t";
-                break;
-            case '\n':
-                out += "\\n";
-                break;
-            case '\r':
-                out += "\\r";
-                break;
-            default:
-                out += c;
-        }
-    }
-    return out;
-}
-
-// Every field, list box and grid cell of the main and extended screens after the last frame.
-void WriteFinal(App& app, std::ostream& out) {
-    std::vector<std::pair<std::string, std::string>> lines;
-    for (Screen* screen :
-         {static_cast<Screen*>(&app.frmMain()), static_cast<Screen*>(&app.frmNewPids())}) {
-        std::string prefix = screen == &app.frmMain() ? "" : screen->name() + ".";
-        for (const Control* c : screen->controls()) {
-            std::string name = prefix + c->fullName();
-            if (c->kind() == ControlKind::Field) {
-                lines.emplace_back(name, static_cast<const Field*>(c)->text());
-            } else if (c->kind() == ControlKind::ListBox) {
-                std::string items;
-                for (const std::string& item : static_cast<const ListBox*>(c)->items())
-                    items += (items.empty() ? "" : ",") + item;
-                lines.emplace_back(name, items);
-            } else if (c->kind() == ControlKind::Grid) {
-                auto* g = static_cast<const Grid*>(c);
-                for (int r = 0; r < g->rows(); ++r) {
-                    for (int col = 0; col < g->cols(); ++col) {
-                        lines.emplace_back(
-                            name + "[" + std::to_string(r) + "," + std::to_string(col) + "]",
-                            g->text(r, col));
-                    }
-                }
-            }
-        }
-    }
-    std::sort(lines.begin(), lines.end());
-    for (auto& [name, text] : lines)
-        out << Escape(name) << '\t' << Escape(text) << '\n';
-}
-
 }  // namespace
-
-void AppendCsvCell(std::string& row, const std::string& text) {
-    bool quote = text.find_first_of(",\"\r\n") != std::string::npos ||
-                 (!text.empty() && (text.front() == ' ' || text.back() == ' '));
-    if (!quote) {
-        row += text;
-        return;
-    }
-    row += '"';
-    for (char c : text) {
-        if (c == '"') row += '"';
-        row += c;
-    }
-    row += '"';
-}
-
-std::vector<Column> ValueColumns(App& app) {
-    std::vector<Column> cols;
-    FrmMain& m = app.frmMain();
-    for (const DataTabRow& row : kDataTabRows)
-        cols.emplace_back(row.label, static_cast<const Field*>(m.findControl(row.label)));
-    cols.emplace_back("lblOBDDesign", &m.lblOBDDesign);
-    for (Field* f : FreezeFrameFields(app))
-        cols.emplace_back(f->name(), f);
-    for (Field* f : app.frmNewPids().valueFields())
-        cols.emplace_back("frmNewPids." + f->name(), f);
-    return cols;
-}
-
-void WriteCsvHeader(const std::vector<Column>& columns, std::ostream& out) {
-    std::string row = "frame";
-    for (const Column& c : columns) {
-        row += ',';
-        AppendCsvCell(row, c.first);
-    }
-    row += '\n';
-    out << row;
-}
-
-void WriteCsvRow(const std::string& frame, const std::vector<Column>& columns, std::string& row,
-                 std::ostream& out) {
-    row.clear();
-    AppendCsvCell(row, frame);
-    for (const Column& c : columns) {
-        row += ',';
-        AppendCsvCell(row, c.second->text());
-    }
-    row += '\n';
-    out.write(row.data(), std::streamsize(row.size()));
-}
 
 std::string ExportUsage() {
     return "Usage: ketrel-export [options] [LOG]\n"
+           "       ketrel-export --saved NAME [--final] [--units T,S,P]\n"
+           "       ketrel-export --list\n"
            "       ketrel-export --connect [--hardware NAME] [--port N|PATH] [--seconds S]\n"
            "                     [--units T,S,P]\n"
            "Decodes a recorded log as the log player does and writes the values as CSV:\n"
@@ -172,6 +65,15 @@ std::string ExportUsage() {
            "                   name<TAB>text, sorted by name; list boxes as name<TAB>a,b;\n"
            "                   grid cells as grid[row,col]<TAB>text\n"
            "  --help           this text\n"
+           "\n"
+           "Saved logs, as the program's catalogue of logs lists them:\n"
+           "  --saved NAME     exports the saved log NAME, Log/NAME.log in the program's\n"
+           "                   folder, with the interface type of its catalogue row\n"
+           "  --list           prints the catalogue, one log a line, tab-separated: name,\n"
+           "                   type, date, frames, year, make, model, VIN, plate, mileage\n"
+           "                   The program's folder is the one the desktop program uses: the\n"
+           "                   tool's own folder when it is writable, else\n"
+           "                   $XDG_DATA_HOME/Ketrel (~/.local/share/Ketrel)\n"
            "\n"
            "Live session, without a window:\n"
            "  --connect        connects to the converter as the program does and writes the\n"
@@ -191,7 +93,8 @@ std::string ExportUsage() {
            "\n"
            "Exit status:\n"
            "  0  done: the log exported, or the live run ended by its time or an interrupt\n"
-           "  1  the log held no frame or could not be read or written; or the live link\n"
+           "  1  the log held no frame or could not be read or written, a saved log is\n"
+           "     not in the catalogue or the catalogue can't be read; or the live link\n"
            "     could not be made, or was lost\n"
            "  2  bad command line, or a log type or converter that is not available yet\n";
 }
@@ -238,6 +141,15 @@ bool TakeLiveOption(const std::string& a, const std::function<bool(std::string&)
 
 // Options that only one of the two modes takes.
 std::string CheckModes(const ExportOptions& o, bool typeGiven) {
+    if (o.list &&
+        (o.connect || !o.saved.empty() || !o.input.empty() || typeGiven || o.final || o.unitsGiven))
+        return "--list takes no other option or log";
+    if (!o.saved.empty()) {
+        if (o.connect) return "--saved and --connect exclude each other";
+        if (!o.input.empty())
+            return "--saved reads its log from the catalogue; \"" + o.input + "\" is left over";
+        if (typeGiven) return "--saved takes the log's type from its catalogue row, not --type";
+    }
     if (o.connect) {
         if (!o.input.empty()) return "--connect reads no log; \"" + o.input + "\" is left over";
         if (typeGiven) return "--type is for logs; --connect takes --hardware";
@@ -284,6 +196,11 @@ std::string ParseExportArgs(const std::vector<std::string>& args, ExportOptions&
             error = ParseUnits(value, options);
             if (!error.empty()) return error;
             options.unitsGiven = true;
+        } else if (is("--saved")) {
+            if (!takeValue(value) || value.empty()) return "--saved wants the name of a saved log";
+            options.saved = value;
+        } else if (a == "--list") {
+            options.list = true;
         } else if (TakeLiveOption(a, takeValue, options, error)) {
             if (!error.empty()) return error;
         } else if (a.size() > 1 && a[0] == '-') {
@@ -299,53 +216,12 @@ std::string ParseExportArgs(const std::vector<std::string>& args, ExportOptions&
 
 int RunExport(const ExportOptions& options, std::istream& in, const std::string& inputName,
               std::ostream& out, std::ostream& err) {
-    if (!ReplayRoutine(options.type)) {
-        err << "ketrel-export: logs of type " << options.type
-            << " are not available yet in this build\n";
-        return 2;
-    }
-    ExportSession session(err, options.type, options.temp, options.speed, options.pressure);
-    App& app = session.app();
-    std::vector<Column> columns = ValueColumns(app);
-    std::string row;
-    LogFrameReader reader(in);
-    long problems = 0;
-    reader.onProblem = [&](long line, const std::string& problem) {
-        ++problems;
-        err << "ketrel-export: " << inputName << ": line " << line << ": " << problem
-            << "; line skipped\n";
-    };
-    LogFrame frame;
-    long frames = 0;
-    while (reader.next(frame)) {
-        ++frames;
-        session.dialogs().context = inputName + ": line " + std::to_string(frame.line);
-        try {
-            session.play(frame.text);
-        } catch (const std::exception& e) {
-            err << "ketrel-export: " << session.dialogs().context << ": " << e.what() << '\n';
-        }
-        if (options.final) continue;
-        if (frames == 1) WriteCsvHeader(columns, out);
-        WriteCsvRow(frame.text, columns, row, out);
-    }
-    if (in.bad()) {
-        err << "ketrel-export: " << inputName << ": read error after line " << reader.lines()
-            << '\n';
-        return 1;
-    }
-    if (frames == 0) {
-        err << "ketrel-export: " << inputName << ": no frame could be read"
-            << (reader.lines() == 0 ? " (the log is empty)" : "") << '\n';
-        return 1;
-    }
-    if (options.final) WriteFinal(app, out);
-    out.flush();
-    if (!out) {
-        err << "ketrel-export: could not write the output\n";
-        return 1;
-    }
-    return 0;
+    CsvReplayOptions replay;
+    replay.type = options.type;
+    replay.units = {options.temp, options.speed, options.pressure};
+    replay.final = options.final;
+    replay.messagePrefix = "ketrel-export: ";
+    return ReplayLogToCsv(replay, in, inputName, out, err);
 }
 
 }  // namespace ketrel::exporter

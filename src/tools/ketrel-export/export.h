@@ -5,10 +5,7 @@
 #include <utility>
 #include <vector>
 
-namespace ketrel {
-class App;
-class Field;
-}  // namespace ketrel
+#include "core/csv_export.h"
 
 namespace ketrel::exporter {
 
@@ -30,6 +27,9 @@ struct ExportOptions {
     std::string hardware;  // the converter's full name; empty: the one in the settings
     std::string port;      // a port number or a device path; empty: the one in the settings
     double seconds = 0;    // how long to scan; 0: until interrupted
+    // A catalogued log instead of a file (--saved NAME), or the catalogue itself (--list).
+    std::string saved;
+    bool list = false;
 };
 
 // Reads the arguments (without the program name). Returns an error text, empty when all is
@@ -45,19 +45,11 @@ std::string ExportUsage();
 int RunExport(const ExportOptions& options, std::istream& in, const std::string& inputName,
               std::ostream& out, std::ostream& err);
 
-// A CSV cell: quoted when it holds a comma, a quote, a line end or edge spaces.
-void AppendCsvCell(std::string& row, const std::string& text);
-
-// A value column of the CSV: its name and the field it reads.
-using Column = std::pair<std::string, const Field*>;
-// Every value the decoders write: the data tab in grid order, the OBD design, the freeze
-// frame, then the extended data screen (named with its screen, as lblTps exists on both).
-std::vector<Column> ValueColumns(App& app);
-// The CSV header: "frame" and the column of every value field.
-void WriteCsvHeader(const std::vector<Column>& columns, std::ostream& out);
-// One CSV row: the frame's text, then the text of every column now. `row` is scratch space
-// kept by the caller so that a long run does not allocate per frame.
-void WriteCsvRow(const std::string& frame, const std::vector<Column>& columns, std::string& row,
-                 std::ostream& out);
+// The CSV writing is shared with the desktop program's catalogue of logs.
+using ketrel::AppendCsvCell;
+using ketrel::ValueColumns;
+using ketrel::WriteCsvHeader;
+using ketrel::WriteCsvRow;
+using Column = ketrel::CsvColumn;
 
 }  // namespace ketrel::exporter

@@ -1,57 +1,17 @@
 #pragma once
-#include <memory>
 #include <ostream>
-#include <string>
 
-#include "platform/desktop.h"
-#include "platform/dialogs.h"
-#include "platform/null_serial_port.h"
-#include "platform/settings_store.h"
-#include "platform/virtual_event_loop.h"
-#include "state/app.h"
+#include "core/headless_replay.h"
 
 namespace ketrel::exporter {
 
-// Message boxes of a run without a screen: written to the error stream, answered with Cancel
-// where the box has one, else with its default button.
-class StreamDialogs : public Dialogs {
+// Message boxes of the tool: on the standard error behind the program's name, answered with
+// Cancel where the box has one, else with its default button.
+class StreamDialogs : public ketrel::StreamDialogs {
   public:
-    explicit StreamDialogs(std::ostream& err) : err_(err) {}
-    MsgAnswer show(const MessageBox& box) override;
-    // Said before each message, such as "line 12".
-    std::string context;
-
-  private:
-    std::ostream& err_;
+    explicit StreamDialogs(std::ostream& err) : ketrel::StreamDialogs(err, "ketrel-export: ") {}
 };
 
-// A launcher that opens nothing.
-class NoLauncher : public Launcher {
-  public:
-    bool openTextFile(const std::string&) override { return false; }
-    bool openDisplaySettings() override { return false; }
-};
-
-// An application that replays frames as the log player does, on virtual time, with settings
-// in memory and no serial port: nothing of the user's is read or written.
-class ExportSession {
-  public:
-    // A replay of a log of this type word ("DORVANE", "BR3", ...).
-    ExportSession(std::ostream& err, const std::string& type, const std::string& temp,
-                  const std::string& speed, const std::string& pressure);
-    App& app() { return *app_; }
-    StreamDialogs& dialogs() { return dialogs_; }
-    // One frame of the log through the receive routine of its type, as the player pushes it.
-    void play(const std::string& frame);
-
-  private:
-    VirtualEventLoop loop_;
-    StreamDialogs dialogs_;
-    MemorySettingsStore settings_;
-    NoLauncher launcher_;
-    FixedDisplayInfo display_;
-    NullSerialPortFactory ports_;
-    std::unique_ptr<App> app_;
-};
+using ketrel::NoLauncher;
 
 }  // namespace ketrel::exporter

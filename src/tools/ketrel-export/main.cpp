@@ -2,11 +2,14 @@
 #include <iostream>
 
 #include "export.h"
+#include "platform/app_folder.h"
+#include "saved_logs.h"
 #ifdef KETREL_LIVE
 #include "live_session.h"
 #endif
 
-// ketrel-export: the command line around RunExport, and around a live session with --connect.
+// ketrel-export: the command line around RunExport, the catalogue of saved logs (--saved,
+// --list) and a live session (--connect).
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     using namespace ketrel::exporter;
@@ -20,6 +23,9 @@ int main(int argc, char** argv) {
         std::cout << ExportUsage();
         return kExitOk;
     }
+    if (options.list) return RunList(ketrel::ResolveAppFolder(ProgramDir()), std::cout, std::cerr);
+    if (!options.saved.empty())
+        return RunSaved(options, ketrel::ResolveAppFolder(ProgramDir()), std::cout, std::cerr);
     if (options.connect) {
 #ifdef KETREL_LIVE
         return RunLive(argc, argv, options);

@@ -1,4 +1,4 @@
-#include "export_session.h"
+#include "core/headless_replay.h"
 
 #include "core/data_tab.h"
 #include "core/replay.h"
@@ -6,24 +6,24 @@
 #include "obd/monitor_status.h"
 #include "obd/unit_captions.h"
 
-namespace ketrel::exporter {
+namespace ketrel {
 
 MsgAnswer StreamDialogs::show(const MessageBox& box) {
-    err_ << "ketrel-export: ";
+    err_ << prefix_;
     if (!context.empty()) err_ << context << ": ";
     err_ << "message \"" << box.title << "\": " << box.text << '\n';
     return cancelOrDefault(box.buttons);
 }
 
-ExportSession::ExportSession(std::ostream& err, const std::string& type, const std::string& temp,
-                             const std::string& speed, const std::string& pressure)
-    : dialogs_(err) {
+HeadlessReplay::HeadlessReplay(std::ostream& err, const std::string& messagePrefix,
+                               const std::string& type, const ReplayUnits& units)
+    : dialogs_(err, messagePrefix) {
     app_ = std::make_unique<App>(
         Platform{loop_, dialogs_, settings_, launcher_, display_, ports_, std::filesystem::path()});
     App& a = *app_;
-    a.Temp = temp;
-    a.Speed = speed;
-    a.Pressure = pressure;
+    a.Temp = units.temp;
+    a.Speed = units.speed;
+    a.Pressure = units.pressure;
     a.DataStyle = "1";
     InstallDataTab(a);
     SetMainUnitCaptions(a);
@@ -33,8 +33,8 @@ ExportSession::ExportSession(std::ostream& err, const std::string& type, const s
     BeginReplay(a, type);
 }
 
-void ExportSession::play(const std::string& frame) {
+void HeadlessReplay::play(const std::string& frame) {
     PlayFrame(*app_, app_->LogType, frame);
 }
 
-}  // namespace ketrel::exporter
+}  // namespace ketrel

@@ -1,4 +1,4 @@
-#include "qt/app_folder.h"
+#include "platform/app_folder.h"
 
 #include <unistd.h>
 
