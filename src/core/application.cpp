@@ -10,6 +10,7 @@
 #include "core/settings_screen.h"
 #include "core/startup.h"
 #include "link/auto_detect.h"
+#include "recording/recorder.h"
 #include "screens/frm_auto_detect.h"
 #include "state/app.h"
 
@@ -24,6 +25,7 @@ void InstallApplication(App& app) {
     InstallStartup(app);
     InstallSettingsScreen(app);
     InstallMainMenus(app);
+    InstallRecorder(app);
     InstallSession(app);
     InstallMainScreen(app);
 }

@@ -1,7 +1,7 @@
 #include "export_session.h"
 
 #include "core/data_tab.h"
-#include "core/replay.h"
+#include "recording/replay.h"
 #include "link/converters.h"
 #include "obd/monitor_status.h"
 #include "obd/unit_captions.h"
