@@ -10,8 +10,11 @@
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
+#include "qt/recorder_windows.h"
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
+#include "screens/frm_input_record_name.h"
+#include "screens/frm_recorder.h"
 
 namespace ketrel {
 
@@ -38,6 +41,12 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmAutoDetect* detect = AutoDetectScreen(*app_))
         windows_->registerView("frmAutoDetect",
                                [detect](Screen&) { return MakeAutoDetectWindow(*detect); });
+    windows_->registerView("frmRecorder", [](Screen& s) {
+        return MakeRecorderWindow(static_cast<FrmRecorder&>(s));
+    });
+    windows_->registerView("frmInputRecordName", [](Screen& s) {
+        return MakeSaveNameWindow(static_cast<FrmInputRecordName&>(s));
+    });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {
