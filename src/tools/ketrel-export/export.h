@@ -30,6 +30,7 @@ struct ExportOptions {
     std::string hardware;  // the converter's full name; empty: the one in the settings
     std::string port;      // a port number or a device path; empty: the one in the settings
     double seconds = 0;    // how long to scan; 0: until interrupted
+    std::string record;    // records the session into Log/<record>.log; empty: no recording
 };
 
 // Reads the arguments (without the program name). Returns an error text, empty when all is

@@ -1,10 +1,10 @@
 #include "export_session.h"
 
 #include "core/data_tab.h"
-#include "recording/replay.h"
 #include "link/converters.h"
 #include "obd/monitor_status.h"
 #include "obd/unit_captions.h"
+#include "recording/replay.h"
 
 namespace ketrel::exporter {
 
