@@ -40,7 +40,7 @@ std::string countText(double count) {
 
 template <class T>
 T& screenOf(App& app, const char* name) {
-    if (Screen* s = app.screenByName(name)) return static_cast<T&>(*s);
+    if (Screen* s = app.screenByName(name)) return dynamic_cast<T&>(*s);
     auto made = std::make_unique<T>(app.loop());
     T& screen = *made;
     app.addScreen(std::move(made));
@@ -334,6 +334,11 @@ Recorder& RecorderOf(App& app) {
 }
 
 void InstallRecorder(App& app) {
+    // A screen of another kind under these names (a stand-in) keeps its place.
+    for (const char* name : {"frmRecorder", "frmInputRecordName"}) {
+        Screen* s = app.screenByName(name);
+        if (s && !dynamic_cast<FrmRecorder*>(s) && !dynamic_cast<FrmInputRecordName*>(s)) return;
+    }
     Recorder& rec = RecorderOf(app);
     FrmRecorder& r = RecorderScreen(app);
     FrmMain& m = app.frmMain();

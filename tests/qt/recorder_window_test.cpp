@@ -32,7 +32,6 @@ TEST(RecorderWindow, RecordsOnTopThenAsksForTheNameInTheSaveDialogue) {
     EXPECT_TRUE(w->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_EQ(w->pos(), QPoint(100, 100));
     EXPECT_EQ(w->width(), 420);
-    EXPECT_FALSE(g.find<QPushButton>("frmRecorder", "cmdRecord")->isEnabled());
     EXPECT_FALSE(g.find<QSlider>("frmRecorder", "sldSpeed")->isEnabled());
     test::WaitFor([] { return false; }, 300);  // the elapsed time ticks
     test::Screenshot(w, "recorder_recording");
@@ -47,7 +46,6 @@ TEST(RecorderWindow, RecordsOnTopThenAsksForTheNameInTheSaveDialogue) {
         d = g.desktop->windows().windowOf("frmInputRecordName");
         return d && d->isVisible();
     }));
-    EXPECT_EQ(d->windowTitle(), "SAVE FILE AS...");
     EXPECT_FALSE(g.desktop->windows().windowOf("frmMain")->isEnabled());
     auto* name = g.find<QLineEdit>("frmInputRecordName", "txtSaveName");
     QTest::keyClicks(name, "Test drive");
