@@ -42,10 +42,12 @@ DesktopApp::DesktopApp(DesktopOptions o) {
         windows_->registerView("frmAutoDetect",
                                [detect](Screen&) { return MakeAutoDetectWindow(*detect); });
     windows_->registerView("frmRecorder", [](Screen& s) {
-        return MakeRecorderWindow(static_cast<FrmRecorder&>(s));
+        auto* r = dynamic_cast<FrmRecorder*>(&s);
+        return r ? MakeRecorderWindow(*r) : MakeGenericWindow(s);
     });
     windows_->registerView("frmInputRecordName", [](Screen& s) {
-        return MakeSaveNameWindow(static_cast<FrmInputRecordName&>(s));
+        auto* d = dynamic_cast<FrmInputRecordName*>(&s);
+        return d ? MakeSaveNameWindow(*d) : MakeGenericWindow(s);
     });
     windows_->adoptScreens();
     // The program ends with its main window.
