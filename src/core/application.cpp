@@ -12,6 +12,7 @@
 #include "core/startup.h"
 #include "link/auto_detect.h"
 #include "recording/recorded_log.h"
+#include "recording/recorder.h"
 #include "screens/frm_auto_detect.h"
 #include "screens/frm_recorded_log.h"
 #include "state/app.h"
@@ -31,6 +32,7 @@ void InstallApplication(App& app) {
     InstallStartup(app);
     InstallSettingsScreen(app);
     InstallMainMenus(app);
+    InstallRecorder(app);
     InstallSession(app);
     InstallMainScreen(app);
 }

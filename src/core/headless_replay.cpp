@@ -1,10 +1,10 @@
 #include "core/headless_replay.h"
 
 #include "core/data_tab.h"
-#include "core/replay.h"
 #include "link/converters.h"
 #include "obd/monitor_status.h"
 #include "obd/unit_captions.h"
+#include "recording/replay.h"
 
 namespace ketrel {
 

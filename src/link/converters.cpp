@@ -22,9 +22,11 @@ ConnectOutcome connectDorvane(App& app) {
     return ConnectOutcome::Done;
 }
 
-// The text converter's replay: RxMode and RxPID come from the frame's own columns.
+// The text converter's replay: RxMode and RxPID come from the frame's own columns; a frame too
+// short to hold both PID digits has none.
 void replayDorvane(App& app) {
     SetDorvaneFrame(app, app.RawFrame);
+    if (app.RawFrame.size() < 11) app.RxPID.clear();
     DORVANERECEIVE(app);
 }
 

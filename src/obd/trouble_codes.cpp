@@ -30,6 +30,8 @@ bool isGenericCode(const std::string& code) {
 
 // Shows the code alert without blocking and names where the codes came from.
 void showCodeAlert(App& app, const std::string& section) {
+    // The log controller stays on top of everything; it makes way for the alert.
+    if (app.Recording || app.PlayingLog) app.hideScreen("frmRecorder");
     FrmAlertMIL& alert = app.frmAlertMIL();
     alert.show();
     alert.lblCodeSection[0].setText(section);

@@ -11,10 +11,13 @@
 #include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
 #include "qt/recorded_log_window.h"
+#include "qt/recorder_windows.h"
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
 #include "recording/recorded_log.h"
+#include "screens/frm_input_record_name.h"
 #include "screens/frm_recorded_log.h"
+#include "screens/frm_recorder.h"
 
 namespace ketrel {
 
@@ -44,6 +47,14 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmRecordedLog* logs = RecordedLogScreen(*app_))
         windows_->registerView("frmRecordedLog",
                                [logs](Screen&) { return MakeRecordedLogWindow(*logs); });
+    windows_->registerView("frmRecorder", [](Screen& s) {
+        auto* r = dynamic_cast<FrmRecorder*>(&s);
+        return r ? MakeRecorderWindow(*r) : MakeGenericWindow(s);
+    });
+    windows_->registerView("frmInputRecordName", [](Screen& s) {
+        auto* d = dynamic_cast<FrmInputRecordName*>(&s);
+        return d ? MakeSaveNameWindow(*d) : MakeGenericWindow(s);
+    });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

@@ -82,12 +82,4 @@ bool LogCatalogue::find(const std::string& column, const std::string& word, bool
     return true;
 }
 
-std::optional<std::filesystem::path> LogFilePath(const std::filesystem::path& appPath,
-                                                 const std::string& name) {
-    if (name.empty() || name == "." || name == ".." ||
-        name.find_first_of(std::string("/\\\0", 3)) != std::string::npos)
-        return std::nullopt;
-    return appPath / "Log" / (name + ".log");
-}
-
 }  // namespace ketrel

@@ -42,9 +42,4 @@ class LogCatalogue {
     SqliteDb db_;
 };
 
-// The file of a catalogued log, Log/<name>.log under appPath. Nothing when the name would
-// reach outside Log/: empty, "." or "..", or holding a folder separator or a NUL.
-std::optional<std::filesystem::path> LogFilePath(const std::filesystem::path& appPath,
-                                                 const std::string& name);
-
 }  // namespace ketrel

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "recording/log_catalogue.h"
+#include "recording/log_file.h"
 #include "screens/frm_recorded_log.h"
 #include "screens/frm_recorder.h"
 #include "state/app.h"
@@ -100,7 +101,7 @@ void search(App& app) {
 // Deletes Log/<name>.log, passing over any error; a name that reaches outside Log/ deletes
 // nothing.
 void removeLogFile(App& app, const std::string& name) {
-    if (auto path = LogFilePath(app.appPath(), name)) {
+    if (auto path = SafeLogFilePath(app.appPath(), name)) {
         std::error_code ec;
         std::filesystem::remove(*path, ec);
     }
@@ -221,7 +222,7 @@ bool HighlightedLogFile(App& app, std::string& name, std::string& path) {
     FrmRecordedLog& s = screenOf(app);
     if (s.Row < 1 || s.Row >= s.gridLog.rows()) return false;
     name = s.gridLog.text(s.Row, kNameCol);
-    auto file = LogFilePath(app.appPath(), name);
+    auto file = SafeLogFilePath(app.appPath(), name);
     if (!file) {
         showError(app, "The log name \"" + name + "\" is not a file name of the Log folder.");
         return false;

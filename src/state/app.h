@@ -23,6 +23,7 @@
 namespace ketrel {
 
 class ConnectLog;  // the connecting log file, made and used by the link layer
+class Recorder;    // the log controller's logic, made by the recording layer
 
 // The application's name in the settings store, and its section.
 inline constexpr const char* kAppName = "Ketrel";
@@ -138,6 +139,8 @@ class App {
     SessionHooks hooks;
     // The connecting log, made on first use by ConnLog(app) of the link layer.
     std::shared_ptr<ConnectLog> connectLog;
+    // The log controller's file, replay and elapsed time, made by InstallRecorder.
+    std::shared_ptr<Recorder> recorder;
 
     // ---- Session and link state
     bool Connected = false;
@@ -214,6 +217,7 @@ class App {
     std::string LogName, LogType;
     long LogFrames = 0;
     bool SaveNameOpen = false;
+    bool StopPlay = false;
     int DetectTicks = 0;
 
     // ---- The DORVANE path's own state, kept between calls

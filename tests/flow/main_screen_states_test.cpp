@@ -130,9 +130,10 @@ TEST(MainScreenStates, FollowTheSessionFromStartToDisconnect) {
                      {"mnuHelpHistory", {1, 1, 1, 1}},
                      {"mnuOptionData", {1, 1, 1, 1}},
                      {"mnuFileOpen", {1, 0, 0, 1}},
+                     // The log controller comes with the session.
+                     {"mnuEditRecord", {0, 0, 1, 0}},
+                     {"Controller", {0, 0, 1, 0}},
                      // Their screens are not in this build: off whatever the session says.
-                     {"mnuEditRecord", {0, 0, 0, 0}},
-                     {"Controller", {0, 0, 0, 0}},
                      {"Custom Display", {0, 0, 0, 0}},
                      {"mnuViewMode6", {0, 0, 0, 0}},
                      {"Mode6", {0, 0, 0, 0}},

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/sqlite_db.h"
 #include "support/test_app.h"
 #include "system/child_process.h"
 
@@ -231,5 +232,30 @@ TEST(KetrelExportConnect, NoCarOrNoUsableConverterGivesAMessageAndAFailingStatus
     }
 }
 
+// --record: the session goes into Log/NAME.log beside the program and a catalogue row. The
+// program runs from a copy in the temporary folder, so Log/ and System/ are the test's own.
+TEST(KetrelExportConnect, RecordsTheSessionIntoANamedLogAndTheCatalogue) {
+    TempDir dir;
+    namespace fs = std::filesystem;
+    const fs::path built = fs::path(KETREL_EXPORT_BINARY).parent_path();
+    fs::create_directories(dir.path() / "System");
+    fs::copy_file(built / "ketrel-export", dir.path() / "ketrel-export");
+    fs::copy_file(built / "System" / "LogRecords.db", dir.path() / "System" / "LogRecords.db");
+    ChildProcess run((dir.path() / "ketrel-export").string(),
+                     {"--connect", "--hardware", "dorvane", "--port", "sim:", "--seconds", "2",
+                      "--record", "first drive"},
+                     {"XDG_CONFIG_HOME=" + (dir.path() / "config").string()});
+    ASSERT_TRUE(run.collect(10000)) << run.err;
+    EXPECT_EQ(run.exitCode(), 0) << run.err;
+    const std::vector<std::string> lines = Lines(ReadFile(dir.path() / "Log" / "first drive.log"));
+    ASSERT_GT(lines.size(), 5u) << run.err;
+    EXPECT_EQ(lines[2].rfind("\"V", 0), 0u) << lines[2];
+    SqliteDb db;
+    SqlRows rows;
+    ASSERT_TRUE(
+        db.open(dir.path() / "System" / "LogRecords.db") &&
+        db.query("SELECT \"Name\", \"Frame\", \"Interface Type\" FROM LogRecords", {}, rows));
+    EXPECT_EQ(rows, (SqlRows{{"first drive", std::to_string(lines.size()), "DORVANE"}}));
+}
 }  // namespace
 }  // namespace ketrel::test

@@ -182,6 +182,9 @@ TEST(KetrelExport, LiveSessionOptionsAreCheckedAndKeptApartFromTheLogOnes) {
         {{"--connect", "--final"}, "--final is for logs", "", "", 0},
         {{"--seconds", "6"}, "need --connect", "", "", 0},
         {{"--port", "/dev/ttyUSB0", "session.log"}, "need --connect", "", "", 0},
+        {{"--connect", "--record", "../up"}, "--record wants a log name", "", "", 0},
+        {{"--connect", "--record="}, "--record wants a log name", "", "", 0},
+        {{"--record", "drive"}, "need --connect", "", "", 0},
     };
     for (const Case& c : cases) {
         std::string line;

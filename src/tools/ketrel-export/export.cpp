@@ -11,6 +11,7 @@
 #include "export_session.h"
 #include "link/converters.h"
 #include "link/port_number.h"
+#include "recording/log_file.h"
 
 namespace ketrel::exporter {
 namespace {
@@ -50,7 +51,7 @@ std::string ExportUsage() {
            "       ketrel-export --saved NAME [--final] [--units T,S,P]\n"
            "       ketrel-export --list\n"
            "       ketrel-export --connect [--hardware NAME] [--port N|PATH] [--seconds S]\n"
-           "                     [--units T,S,P]\n"
+           "                     [--units T,S,P] [--record NAME]\n"
            "Decodes a recorded log as the log player does and writes the values as CSV:\n"
            "a header line \"frame,<field>,...\" and one row per frame with the text of every\n"
            "value field after that frame. Reads LOG, or the standard input when LOG is\n"
@@ -90,6 +91,11 @@ std::string ExportUsage() {
            "                   file, or the built-in car); default: the settings' one\n"
            "  --seconds S      scan for S seconds (decimals allowed); default: until\n"
            "                   interrupted\n"
+           "  --record NAME    also records the session as the log controller does, into\n"
+           "                   Log/NAME.log beside the program, and lists it in the log\n"
+           "                   catalogue (System/LogRecords.db) with its date, frame count\n"
+           "                   and interface type; a log of that name already there is an\n"
+           "                   error\n"
            "\n"
            "Exit status:\n"
            "  0  done: the log exported, or the live run ended by its time or an interrupt\n"
@@ -126,6 +132,10 @@ bool TakeLiveOption(const std::string& a, const std::function<bool(std::string&)
             }
         }
         options.port = value;
+    } else if (is("--record")) {
+        if (!takeValue(value) || !IsSafeLogName(value))
+            error = "--record wants a log name without \"/\", \"\\\" or \"..\"";
+        options.record = value;
     } else if (is("--seconds")) {
         char* end = nullptr;
         double s = takeValue(value) ? std::strtod(value.c_str(), &end) : 0;
@@ -156,8 +166,8 @@ std::string CheckModes(const ExportOptions& o, bool typeGiven) {
         if (o.final) return "--final is for logs, not for --connect";
         return {};
     }
-    if (!o.hardware.empty() || !o.port.empty() || o.seconds > 0)
-        return "--hardware, --port and --seconds need --connect";
+    if (!o.hardware.empty() || !o.port.empty() || o.seconds > 0 || !o.record.empty())
+        return "--hardware, --port, --seconds and --record need --connect";
     return {};
 }
 

@@ -30,6 +30,7 @@ struct ExportOptions {
     // A catalogued log instead of a file (--saved NAME), or the catalogue itself (--list).
     std::string saved;
     bool list = false;
+    std::string record;  // records the session into Log/<record>.log; empty: no recording
 };
 
 // Reads the arguments (without the program name). Returns an error text, empty when all is

@@ -20,6 +20,9 @@
 #include "qt/qt_event_loop.h"
 #include "qt/qt_serial_devices.h"
 #include "qt/sim_port_factory.h"
+#include "recording/log_file.h"
+#include "recording/log_save.h"
+#include "recording/recorder.h"
 #include "state/app.h"
 
 namespace ketrel::exporter {
@@ -47,6 +50,8 @@ struct LiveSession::Impl {
     void watchStatus();
     void frameDecoded();
     void finish(LiveEnd why);
+    void startRecording();
+    bool saveRecording();
     int exitStatus() const;
     void say(const std::string& text) { err << "ketrel-export: " << text << '\n' << std::flush; }
 
@@ -69,6 +74,7 @@ struct LiveSession::Impl {
     long frames = 0;
     bool linked = false;
     bool outputBroken = false;
+    bool recordStarted = false;
     LiveEnd end = LiveEnd::Running;
 };
 
@@ -133,9 +139,36 @@ void LiveSession::Impl::frameDecoded() {
     }
 }
 
+// As the log controller opens and its Record button is pressed: a fresh Untitled.log.
+void LiveSession::Impl::startRecording() {
+    DeleteWorkingLog(setup.appPath);
+    app->RecordCount = 0;
+    app->RecordIndex = 0;
+    recordStarted = RecorderOf(*app).beginRecording();
+    if (recordStarted) say("recording into Log/" + options.record + ".log");
+}
+
+// Closes the recording and saves it under its name, as the save dialogue does.
+bool LiveSession::Impl::saveRecording() {
+    RecorderOf(*app).endRecording();
+    const LogSaveResult result = SaveRecordedLog(*app, options.record);
+    if (!result.saved()) {
+        say("could not save the recording as Log/" + options.record + ".log (" + result.fileError +
+            "); it stays in Log/" + kWorkingLogName + ".log");
+        return false;
+    }
+    if (!result.catalogueError.empty())
+        say("the log is saved but not listed in the catalogue: " + result.catalogueError);
+    say("recorded " + std::to_string(app->LogFrames) + " frames into Log/" + options.record +
+        ".log");
+    return true;
+}
+
 void LiveSession::Impl::finish(LiveEnd why) {
     if (end != LiveEnd::Running) return;
     end = why;
+    // The recording ends before the session, so that nothing asks whether to save it.
+    if (app->Recording) RecorderOf(*app).endRecording();
     if (app->frmConnecting().loaded()) {
         if (!app->ConnectCancelled) CancelConnect(*app);
     } else if (app->Connected) {
@@ -181,6 +214,7 @@ int LiveSession::run() {
     }
     ConnectSession(app);
     d.linked = app.Connected;
+    if (d.linked && d.end == LiveEnd::Running && !d.options.record.empty()) d.startRecording();
     if (d.end == LiveEnd::Running && !app.Connected) {
         d.end = LiveEnd::NoLink;
         if (app.GetSetting("OBDIIHardware").empty() || app.GetSetting("ConnectPort").empty())
@@ -193,6 +227,7 @@ int LiveSession::run() {
     if (d.end == LiveEnd::TimeUp && !d.linked)
         d.say("the link did not come up within the time given");
     if (d.deadline) d.deadline->stop();
+    if (d.recordStarted && !d.saveRecording()) return kExitFailed;
     return d.exitStatus();
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "recording/log_catalogue.h"
+#include "recording/log_file.h"
 
 namespace ketrel::exporter {
 
@@ -46,7 +47,7 @@ int RunSaved(const ExportOptions& options, const std::filesystem::path& appPath,
         err << "ketrel-export: no saved log is named \"" << options.saved << "\" (see --list)\n";
         return kExitFailed;
     }
-    auto path = LogFilePath(appPath, record->Name);
+    auto path = SafeLogFilePath(appPath, record->Name);
     if (!path) {
         err << "ketrel-export: the saved log name \"" << record->Name
             << "\" is not a file name of the Log folder\n";

@@ -1,4 +1,4 @@
-#include "core/replay.h"
+#include "recording/replay.h"
 
 #include "obd/trouble_codes.h"
 #include "state/app.h"
