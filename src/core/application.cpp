@@ -11,7 +11,11 @@
 #include "core/startup.h"
 #include "link/auto_detect.h"
 #include "screens/frm_auto_detect.h"
+#include "screens/frm_mode5.h"
+#include "screens/frm_mode5_manuf.h"
 #include "state/app.h"
+#include "sweeps/mode5_manuf.h"
+#include "sweeps/mode5_tests.h"
 
 namespace ketrel {
 
@@ -19,6 +23,11 @@ void InstallApplication(App& app) {
     if (!app.screenByName("frmAutoDetect"))
         app.addScreen(std::make_unique<FrmAutoDetect>(app.loop(), app.platform.ports));
     InstallAutoDetect(app);
+    if (!app.screenByName("frmMode5")) app.addScreen(std::make_unique<FrmMode5>(app.loop()));
+    if (!app.screenByName("frmMode5Manuf"))
+        app.addScreen(std::make_unique<FrmMode5Manuf>(app.loop()));
+    InstallMode5(app);
+    InstallMode5Manuf(app);
     app.hooks.Connect = [&app] { ConnectSession(app); };
     InstallDataTab(app);
     InstallStartup(app);

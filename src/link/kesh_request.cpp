@@ -155,7 +155,7 @@ Served serve(App& app, KeshLine line, Step step) {
             app.Mode5Requested = false;
             app.Mode5TestID = 1;
             app.frmMain().TimeOutConnect.stop();
-            // The Mode 5 oxygen-sensor sequence takes the line here once it exists.
+            if (app.hooks.Mode5Sequence) app.hooks.Mode5Sequence();
             return Served::HandedOver;
         case Step::Info:
             if (!app.RequestInfo) return Served::No;

@@ -10,8 +10,11 @@
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
+#include "qt/mode5_windows.h"
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
+#include "sweeps/mode5_manuf.h"
+#include "sweeps/mode5_tests.h"
 
 namespace ketrel {
 
@@ -38,6 +41,11 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmAutoDetect* detect = AutoDetectScreen(*app_))
         windows_->registerView("frmAutoDetect",
                                [detect](Screen&) { return MakeAutoDetectWindow(*detect); });
+    if (FrmMode5* mode5 = Mode5Screen(*app_))
+        windows_->registerView("frmMode5", [mode5](Screen&) { return MakeMode5Window(*mode5); });
+    if (FrmMode5Manuf* manuf = Mode5ManufScreen(*app_))
+        windows_->registerView("frmMode5Manuf",
+                               [manuf](Screen&) { return MakeMode5ManufWindow(*manuf); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {
