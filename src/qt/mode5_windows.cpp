@@ -42,6 +42,7 @@ QLabel* panel(StatusPanel& p) {
     l->setObjectName(QString::fromStdString(p.fullName()));
     l->setFrameShape(QFrame::Panel);
     l->setFrameShadow(QFrame::Sunken);
+    l->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     BindPanel(l, p);
     return l;
 }
@@ -85,8 +86,9 @@ QWidget* MakeMode5Window(FrmMode5& f) {
     }
     rows->setColumnStretch(0, 1);
     v->addLayout(rows);
+    v->addStretch();
     v->addWidget(panel(f.Panel1));
-    w->resize(820, 420);
+    w->resize(820, 360);
     return w;
 }
 

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+// The simulator's headers come before Qt's, whose keyword macros clash with their names.
+#include "flow/mode5_rig.h"
+
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
 
-#include "flow/mode5_rig.h"
 #include "qt/mode5_windows.h"
 #include "qt/window_manager.h"
 #include "qt_fixture.h"
