@@ -216,7 +216,7 @@ void timerFired(App& app) {
 }  // namespace
 
 FrmMode5Manuf* Mode5ManufScreen(App& app) {
-    return static_cast<FrmMode5Manuf*>(app.screenByName("frmMode5Manuf"));
+    return dynamic_cast<FrmMode5Manuf*>(app.screenByName("frmMode5Manuf"));
 }
 
 void OpenMode5Manuf(App& app) {

@@ -120,7 +120,7 @@ void clickOk(App& app) {
 }  // namespace
 
 FrmMode5* Mode5Screen(App& app) {
-    return static_cast<FrmMode5*>(app.screenByName("frmMode5"));
+    return dynamic_cast<FrmMode5*>(app.screenByName("frmMode5"));
 }
 
 void FillSensorList(App& app) {

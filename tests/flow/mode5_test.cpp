@@ -79,6 +79,13 @@ TEST(Mode5, TheTenTestsOfASensorShowWhatTheCarHoldsAndTheScanGoesOn) {
         EXPECT_TRUE(f.unload());
         EXPECT_TRUE(r.app().frmMain().enabled());
         EXPECT_TRUE(r.t.dialogs.shown().empty());
+        // A car that reports its sensors through PID 1D has four banks of two: the sensor id
+        // is the place in the list.
+        r.app().Mode1Supported[0x1D] = true;
+        f.show();
+        f.cmbO2.setText("O2 SENSOR B2S1");
+        f.cmdOk.click();
+        EXPECT_EQ(r.app().Mode5Sensor, 3);
     }
 }
 

@@ -61,5 +61,15 @@ TEST(Mode5Windows, ShowTheTestsOfASensorAndTheMakersSweepDuringAndAfterARun) {
     test::Screenshot(windows.windowOf("frmMode5Manuf"), "mode5_manuf_after");
 }
 
+TEST(Mode5Windows, TheProgramDrawsBothScreensWithTheirOwnLayouts) {
+    test::GuiApp g;
+    Mode5Screen(g.app())->show();
+    Mode5ManufScreen(g.app())->show();
+    QApplication::processEvents();
+    EXPECT_TRUE(g.find("frmMode5", "cmbO2"));
+    EXPECT_TRUE(g.find("frmMode5Manuf", "MSFlexGrid1"));
+    EXPECT_EQ(g.desktop->windows().windowOf("frmMode5")->windowTitle(), "MODE 5 (SAE)");
+}
+
 }  // namespace
 }  // namespace ketrel

@@ -31,15 +31,5 @@ TEST(Mode5Values, EachIdRangeScalesItsBytesAndJudgesOnTheTextsShown) {
     }
 }
 
-TEST(Mode5Values, TextsReadAsTheirLeadingNumber) {
-    EXPECT_DOUBLE_EQ(TextNumber("0.200 Secs"), 0.2);
-    EXPECT_DOUBLE_EQ(TextNumber(" -1.5V"), -1.5);
-    EXPECT_DOUBLE_EQ(TextNumber("40 Cnts"), 40);
-    EXPECT_DOUBLE_EQ(TextNumber("*"), 0);
-    EXPECT_EQ(HexNumber(5), "5");
-    EXPECT_EQ(HexNumber(0x1F), "1F");
-    EXPECT_EQ(HexNumber(255), "FF");
-}
-
 }  // namespace
 }  // namespace ketrel
