@@ -19,8 +19,11 @@ struct O2TestResult {
 // tester sends, 1 to 8.
 class O2TestData {
   public:
+    // Holds the result of a test of a sensor, replacing what was there.
     void set(int testId, int sensor, O2TestResult result) { results_[{testId, sensor}] = result; }
+    // A module without oxygen-sensor tests answers no Mode 05 request at all.
     bool empty() const { return results_.empty(); }
+    // The result of a test of a sensor; nothing when the module has not run it.
     std::optional<O2TestResult> result(int testId, int sensor) const;
 
     // The data bytes of the module's answer to a Mode 05 request (service byte first): a test
