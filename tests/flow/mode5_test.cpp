@@ -171,6 +171,11 @@ TEST(Mode5, ACarWithoutOxygenSensorTestsLeavesEveryRowEmpty) {
         EXPECT_EQ(f.Mode5ManufCount, 0);
         EXPECT_EQ(f.MSFlexGrid1.text(1, 0), "");
         EXPECT_EQ(f.List1.item(223), "PID 224  NOT SUPPORTED");
+        // With no sensor to name, SAE asks nothing.
+        r.sae().show();
+        r.sae().cmbO2.clear();
+        r.sae().cmdOk.click();
+        EXPECT_FALSE(r.app().Mode5Requested);
     }
 }
 

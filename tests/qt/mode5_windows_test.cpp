@@ -31,6 +31,11 @@ TEST(Mode5Windows, ShowTheTestsOfASensorAndTheMakersSweepDuringAndAfterARun) {
     };
 
     r.sae().show();
+    r.at(1200, [&] {
+        QApplication::processEvents();
+        EXPECT_FALSE(windows.windowOf("frmMode5")->findChild<QPushButton*>("cmdOk")->isEnabled());
+        test::Screenshot(windows.windowOf("frmMode5"), "mode5_sae_during");
+    });
     r.runTests(1);  // sensor 2 lacks some tests: their rows stay greyed out
     QApplication::processEvents();
     ASSERT_TRUE(label("lblRaw5"));
