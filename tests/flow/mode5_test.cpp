@@ -200,6 +200,23 @@ TEST(Mode5, CancelAsksAndYesEndsTheSweepWhileNoGoesOn) {
     }
 }
 
+TEST(Mode5, ScrambledRepliesEndBothRunsAsUsual) {
+    for (const Line& l : {kLines[0], kLines[4]}) {
+        SCOPED_TRACE(Trace(l));
+        Mode5Rig r(l.hardware, l.car, l.start);
+        r.connect();
+        if (r.br3()) r.br3()->garbleNextAnswers(30);
+        if (r.kline()) r.kline()->garbleNextAnswers(30);
+        r.sae().show();
+        r.runTests(0);
+        EXPECT_EQ(r.sae().Panel1.text(), "End Of Progress");
+        OpenManuf(r);
+        r.run(70000);  // scrambled support answers may mark every id
+        EXPECT_EQ(r.manuf().Panel1.text(), "END OF PROCESS");
+        EXPECT_TRUE(r.app().Connected);
+    }
+}
+
 TEST(Mode5, ALostConnectionEndsTheRunWithoutHangingOrGivingTheLineBack) {
     for (const Line& l : {kLines[0], kLines[4]}) {
         SCOPED_TRACE(Trace(l));
