@@ -14,8 +14,12 @@
 #include "recording/recorded_log.h"
 #include "recording/recorder.h"
 #include "screens/frm_auto_detect.h"
+#include "screens/frm_mode5.h"
+#include "screens/frm_mode5_manuf.h"
 #include "screens/frm_recorded_log.h"
 #include "state/app.h"
+#include "sweeps/mode5_manuf.h"
+#include "sweeps/mode5_tests.h"
 
 namespace ketrel {
 
@@ -27,6 +31,11 @@ void InstallApplication(App& app) {
         app.addScreen(std::make_unique<FrmRecordedLog>(app.loop()));
     InstallRecordedLog(app);
     InstallLogCsvExport(app);
+    if (!app.screenByName("frmMode5")) app.addScreen(std::make_unique<FrmMode5>(app.loop()));
+    if (!app.screenByName("frmMode5Manuf"))
+        app.addScreen(std::make_unique<FrmMode5Manuf>(app.loop()));
+    InstallMode5(app);
+    InstallMode5Manuf(app);
     app.hooks.Connect = [&app] { ConnectSession(app); };
     InstallDataTab(app);
     InstallStartup(app);

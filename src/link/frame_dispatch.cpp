@@ -123,6 +123,12 @@ void DispatchFrame(App& app, ReceivePath path) {
     }
 }
 
+FrameKey KeySweepReply(App& app, const std::string& reply, std::size_t serviceColumn) {
+    app.RxMode = "0";
+    if (serviceColumn >= 1 && serviceColumn <= reply.size()) app.RxMode += reply[serviceColumn - 1];
+    return ReadFrameKey(app);
+}
+
 void NoteReceivedFrame(App& app, const std::string& frame) {
     FrmMain& m = app.frmMain();
     m.LogData.addItem(frame);

@@ -46,6 +46,11 @@ FrameRoute RouteFrame(const App& app, FrameKey key, std::size_t length, ReceiveP
 // watchdog (the next request starts it again).
 void DispatchFrame(App& app, ReceivePath path);
 
+// The branch for the replies the test sweeps read themselves at the end of their own waits,
+// outside the scan chain: RxMode takes the service digit at the 1-based `serviceColumn` of
+// the reply, a "0" in front, and the key of the reply is read from it.
+FrameKey KeySweepReply(App& app, const std::string& reply, std::size_t serviceColumn);
+
 // What every receive path does with a frame it has read from the port: the debug list LogData
 // takes it, and while recording it goes to lstRecordData (200 rows) and the log being written.
 void NoteReceivedFrame(App& app, const std::string& frame);

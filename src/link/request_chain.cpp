@@ -86,7 +86,7 @@ Served RequestLine::serve(RequestStep step) {
             app.Mode5Requested = false;
             app.Mode5TestID = 1;
             app.frmMain().TimeOutConnect.stop();
-            // The Mode 5 oxygen-sensor sequence takes the line here once it exists.
+            if (app.hooks.Mode5Sequence) app.hooks.Mode5Sequence();
             return Served::HandedOver;
         case RequestStep::Info:
             return app.RequestInfo ? serveInfo() : Served::No;

@@ -10,6 +10,7 @@
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
+#include "qt/mode5_windows.h"
 #include "qt/recorded_log_window.h"
 #include "qt/recorder_windows.h"
 #include "qt/settings_window.h"
@@ -18,6 +19,8 @@
 #include "screens/frm_input_record_name.h"
 #include "screens/frm_recorded_log.h"
 #include "screens/frm_recorder.h"
+#include "sweeps/mode5_manuf.h"
+#include "sweeps/mode5_tests.h"
 
 namespace ketrel {
 
@@ -55,6 +58,11 @@ DesktopApp::DesktopApp(DesktopOptions o) {
         auto* d = dynamic_cast<FrmInputRecordName*>(&s);
         return d ? MakeSaveNameWindow(*d) : MakeGenericWindow(s);
     });
+    if (FrmMode5* mode5 = Mode5Screen(*app_))
+        windows_->registerView("frmMode5", [mode5](Screen&) { return MakeMode5Window(*mode5); });
+    if (FrmMode5Manuf* manuf = Mode5ManufScreen(*app_))
+        windows_->registerView("frmMode5Manuf",
+                               [manuf](Screen&) { return MakeMode5ManufWindow(*manuf); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

@@ -180,6 +180,10 @@ SimSetup ReadVehicleFile(std::istream& in) {
             ecu.address = hexByteArg(line, line.args[0]);
             ecu.name = line.args.size() > 1 ? line.args[1] : "module";
             setup.vehicle.ecus.push_back(ecu);
+        } else if (std::string error;
+                   !setup.vehicle.ecus.empty() && ReadO2TestLine(setup.vehicle.ecus.back().o2Tests,
+                                                                 line.keyword, line.args, error)) {
+            if (!error.empty()) fail(line, error);
         } else if (isEcuSetting(line.keyword)) {
             if (setup.vehicle.ecus.empty()) fail(line, line.keyword + " comes before any ecu line");
             ecuSetting(setup.vehicle.ecus.back(), line);

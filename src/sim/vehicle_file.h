@@ -50,6 +50,9 @@ struct SimSetup {
 //   fix-freeze 0C 0F A0            a Mode 02 PID held at these data bytes
 //   monitors   07 65 00            bytes B, C and D of PID 01
 //   obd        01                  PID 1C
+//   o2test     01 1 7F 10 20       a Mode 05 oxygen-sensor test result: test id, sensor
+//                                  (1 to 8), value, minimum, maximum; ids above 20 are the
+//                                  maker's own, and the support answers follow from these
 //
 // A file without an "ecu" line gets no modules; settings of a module before any "ecu" line
 // are an error.

@@ -60,6 +60,9 @@ struct SessionHooks {
     // Runs after each frame of the scan has been decoded, RawFrame holding it (a headless
     // run writes its values out here).
     std::function<void()> FrameDecoded;
+    // The request routines hand the line to the oxygen-sensor tests here when Mode5Requested
+    // was up (the sweeps layer installs it).
+    std::function<void()> Mode5Sequence;
 };
 
 // The count-byte converter's connect: whether the connect is over and the probe loops stop,

@@ -153,10 +153,11 @@ TEST(MainScreenStates, EntriesOfLaterScreensFollowTheSessionOnceTheScreensExist)
                     {"mnuOptionList", {0, 0, 1, 0}},
                     {"mnuViewMode6", {0, 0, 1, 0}},
                     {"Mode6", {0, 0, 1, 0}},
+                    {"mnuViewMode5", {0, 0, 1, 0}},
+                    {"Mode5", {0, 0, 1, 0}},
                     {"mnuViewScope", {1, 1, 1, 1}},
                     {"mnuViewCodes", {1, 1, 1, 1}},
                     // Still absent here.
-                    {"mnuViewMode5", {0, 0, 0, 0}},
                     {"mnuViewCoolant", {0, 0, 0, 0}},
                 });
 }
