@@ -12,6 +12,7 @@
 #include "link/auto_detect.h"
 #include "screens/frm_auto_detect.h"
 #include "state/app.h"
+#include "sweeps/mode6_sweep.h"
 
 namespace ketrel {
 
@@ -19,6 +20,7 @@ void InstallApplication(App& app) {
     if (!app.screenByName("frmAutoDetect"))
         app.addScreen(std::make_unique<FrmAutoDetect>(app.loop(), app.platform.ports));
     InstallAutoDetect(app);
+    InstallMode6(app);
     app.hooks.Connect = [&app] { ConnectSession(app); };
     InstallDataTab(app);
     InstallStartup(app);

@@ -10,8 +10,10 @@
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
+#include "qt/mode6_window.h"
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
+#include "sweeps/mode6_sweep.h"
 
 namespace ketrel {
 
@@ -38,6 +40,8 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmAutoDetect* detect = AutoDetectScreen(*app_))
         windows_->registerView("frmAutoDetect",
                                [detect](Screen&) { return MakeAutoDetectWindow(*detect); });
+    if (FrmMode6* mode6 = Mode6Screen(*app_))
+        windows_->registerView("frmMode6", [mode6](Screen&) { return MakeMode6Window(*mode6); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

@@ -215,6 +215,9 @@ std::vector<SimMessage> SimVehicle::answer(const std::vector<std::uint8_t>& requ
             ecu.distanceSinceClearKm = 0;
             ecu.warmupsSinceClear = 0;
             out.push_back(frame(ecu, {0x44}));
+        } else if (mode == 0x06 && pid >= 0) {
+            for (const auto& data : ecu.mode6.answer(pid))
+                out.push_back(frame(ecu, data));
         } else if (mode == 0x09 && pid >= 0 && &ecu == &ecus.front()) {
             auto msgs = vinMessages(ecu, pid);
             out.insert(out.end(), msgs.begin(), msgs.end());

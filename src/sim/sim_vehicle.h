@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "sim/engine_model.h"
+#include "sim/mode6_data.h"
 
 namespace ketrel::sim {
 
@@ -29,6 +30,7 @@ struct SimEcu {
     std::uint8_t obdStandard = 0x01;
     double distanceSinceClearKm = 1500;
     int warmupsSinceClear = 12;
+    Mode6Data mode6;  // on-board test results (Mode 06)
 };
 
 // One message of a module as it travels: three header bytes, the data, the check byte.

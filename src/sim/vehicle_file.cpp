@@ -143,6 +143,9 @@ void ecuSetting(SimEcu& ecu, const Line& line) {
         auto b = hexBytes(line, 0);
         if (b.size() != 3) fail(line, "monitors takes three hex bytes");
         ecu.monitors = {b[0], b[1], b[2]};
+    } else if (k == "mode6" || k == "mode6-support") {
+        if (std::string error = AddMode6Setting(ecu.mode6, k, line.args); !error.empty())
+            fail(line, error);
     } else if (k == "obd") {
         auto b = hexBytes(line, 0);
         if (b.size() != 1) fail(line, "obd takes one hex byte");
@@ -152,7 +155,8 @@ void ecuSetting(SimEcu& ecu, const Line& line) {
 
 bool isEcuSetting(const std::string& k) {
     static const char* kEcuKeys[] = {"mode1",  "mil", "mode2",      "stored",   "pending",
-                                     "freeze", "fix", "fix-freeze", "monitors", "obd"};
+                                     "freeze", "fix", "fix-freeze", "monitors", "obd",
+                                     "mode6",  "mode6-support"};
     for (const char* key : kEcuKeys)
         if (k == key) return true;
     return false;

@@ -50,6 +50,10 @@ struct SimSetup {
 //   fix-freeze 0C 0F A0            a Mode 02 PID held at these data bytes
 //   monitors   07 65 00            bytes B, C and D of PID 01
 //   obd        01                  PID 1C
+//   mode6      01 11 0123 0200     a Mode 06 result: test id, component (bit 7: the limit is
+//                                  a minimum), value and limit; several lines for one id
+//                                  give one message per component, in file order
+//   mode6-support E0 00 00 00 03   a Mode 06 support bitmap held as given (else from the ids)
 //
 // A file without an "ecu" line gets no modules; settings of a module before any "ecu" line
 // are an error.

@@ -1,0 +1,68 @@
+#include <gtest/gtest.h>
+
+#include "sweeps/mode6_reply.h"
+
+namespace ketrel {
+namespace {
+
+TEST(Mode6Reply, LimitRule) {
+    struct Case {
+        const char* control;
+        std::optional<long> result;
+        const char* limit;
+        const char* type;
+        const char* verdict;
+    } cases[] = {
+        {"17", 180, "200", "MAXIMUM", "PASS"},  {"17", 210, "200", "MAXIMUM", "FAIL"},
+        {"133", 256, "256", "MINIMUM", "PASS"}, {"17", 256, "256", "MAXIMUM", "PASS"},
+        {"129", 512, "768", "MINIMUM", "FAIL"}, {"129", 900, "768", "MINIMUM", "PASS"},
+        {"17", 0, "", "MAXIMUM", "PASS"},       {"129", std::nullopt, "5", "*", "*"},
+    };
+    for (const Case& c : cases) {
+        Mode6Verdict v = Mode6LimitRule(c.control, c.result, c.limit);
+        EXPECT_EQ(v.limitType, c.type) << c.control << " " << c.limit;
+        EXPECT_EQ(v.passFail, c.verdict) << c.control << " " << c.limit;
+    }
+}
+
+TEST(Mode6Reply, FramesAreCutByTheColumnsOfTheirFamily) {
+    // J1850: the converter's byte, header, 46, id, component 85, value 0100, limit 0100, CRC.
+    Mode6Frame j = ReadMode6Frame("0B486B104610850100010055", kMode6J1850);
+    EXPECT_EQ(Mode6ServiceMode("0B486B104610850100010055", kMode6J1850), "06");
+    EXPECT_EQ(j.controlByte, "133");
+    EXPECT_EQ(j.component, "05");
+    EXPECT_EQ(j.result, 256);
+    EXPECT_EQ(j.limit, "256");
+    // ISO: a frame cut short holds no limit; an empty reply holds nothing but component 00.
+    Mode6Frame iso = ReadMode6Frame("486B10460111FFFF", kMode6Iso);
+    EXPECT_EQ(iso.result, 65535);
+    EXPECT_FALSE(iso.limit);
+    Mode6Frame none = ReadMode6Frame("", kMode6Iso);
+    EXPECT_EQ(none.component, "00");
+    EXPECT_FALSE(none.result);
+    EXPECT_EQ(Mode6ServiceMode("", kMode6Iso), "");
+    EXPECT_EQ(Mode6Word("1F"), 0x1F00);
+}
+
+TEST(Mode6Reply, IsoFramesFollowWhileTheNextLooksLikeATestFrame) {
+    const std::string a = "486B104601110064012C99", b = "486B104601210064012CAA";
+    EXPECT_EQ(Mode6IsoFrames(a + b).size(), 2u);
+    EXPECT_EQ(Mode6IsoFrames(a + b + a).size(), 3u);
+    EXPECT_EQ(Mode6IsoFrames(a + "486B1041").size(), 1u);        // 15 digits or fewer
+    EXPECT_EQ(Mode6IsoFrames(a + "486B10410C1AF8").size(), 1u);  // not a 6 at the eighth
+    EXPECT_EQ(Mode6IsoFrames("").size(), 1u);                    // the head always
+    EXPECT_EQ(Mode6IsoFrames(a + b)[1].substr(0, 12), "486B10460121");
+}
+
+TEST(Mode6Reply, SupportBitsComeFirstByteFirst) {
+    Mode6SupportBytes s = ReadMode6Support("486B104600008001000300", kMode6Iso);
+    EXPECT_EQ(s.bits[0], "10000000");
+    EXPECT_EQ(s.bits[1], "00000001");
+    EXPECT_EQ(s.bits[3], "00000011");
+    EXPECT_EQ(s.values[2], 0);
+    Mode6SupportBytes none = ReadMode6Support("", kMode6J1850);
+    EXPECT_EQ(none.bits[0], "00000000");
+}
+
+}  // namespace
+}  // namespace ketrel
