@@ -61,7 +61,7 @@ QWidget* MakeMode6Window(FrmMode6& f) {
     status->addWidget(panelLabel(f.Panel1, "Panel1"), 1);
     status->addWidget(panelLabel(f.Panel2, "Panel2"), 1);
     v->addLayout(status);
-    w->resize(1040, 560);
+    w->resize(1090, 560);
     return w;
 }
 

@@ -277,8 +277,10 @@ bool Mode6RefuseClose(App& app) {
 }
 
 void InstallMode6(App& app) {
-    if (!Mode6Screen(app)) app.addScreen(std::make_unique<FrmMode6>(app.loop()));
-    FrmMode6& f = *Mode6Screen(app);
+    if (!app.screenByName("frmMode6")) app.addScreen(std::make_unique<FrmMode6>(app.loop()));
+    FrmMode6* screen = Mode6Screen(app);
+    if (!screen) return;  // a screen of that name that is not this one stays as it is
+    FrmMode6& f = *screen;
     f.onLoad = [&app] { Mode6Open(app); };
     f.Timer1.setHandler([&app] { Mode6Timer1(app); });
     f.onQueryUnload = [&app](bool& cancel) { cancel = Mode6RefuseClose(app); };

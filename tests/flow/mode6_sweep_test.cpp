@@ -171,7 +171,22 @@ TEST(Mode6Sweep, FillsTheGridOnEveryDeviceAndProtocol) {
 // The J1850 components come one per request, the trailing byte stepping through them.
 TEST(Mode6Sweep, J1850AsksEachComponentWithTheNextFrameIndex) {
     Mode6Rig r(kBr3, "vpw", 1);
+    // In the test phase the event loop turns at least once per request's wait.
+    Timer tick(r.t.loop.scheduler(), 10);
+    std::int64_t last = 0, longest = 0;
+    bool wasTesting = false;
+    tick.setHandler([&] {
+        const std::int64_t now = r.t.loop.nowMs();
+        const bool testing = r.app().Mode6Br3.TestID > 0 && r.f().Panel1.text() != "END OF PROCESS";
+        if (testing && wasTesting) longest = std::max(longest, now - last);
+        last = now;
+        wasTesting = testing;
+    });
+    tick.start();
     r.sweep();
+    tick.stop();
+    EXPECT_GT(longest, 200);
+    EXPECT_LE(longest, 270);
     const Strings& f = r.br3->commands();
     auto at = std::find(f.begin(), f.end(), "07 68 6A F1 06 01 F3 01");
     ASSERT_NE(at, f.end());
@@ -190,9 +205,11 @@ TEST(Mode6Sweep, EdgeCases) {
         std::function<void(Mode6Rig&)> during;  // runs before the sweep starts
         std::function<void(Mode6Rig&)> check;
     } cases[] = {
-        {"a car that supports nothing", "iso9141", [](sim::SimVehicle& v) { v.ecus[0].mode6 = {}; },
-         nullptr,
+        {"a car that supports nothing, the support list shown", "iso9141",
+         [](sim::SimVehicle& v) { v.ecus[0].mode6 = {}; },
+         [](Mode6Rig& r) { r.app().Mode6ListVisible = true; },
          [](Mode6Rig& r) {
+             EXPECT_TRUE(r.f().List1.visible());
              EXPECT_EQ(r.grid().rows(), 125);
              EXPECT_EQ(r.grid().text(1, 0), "");
              EXPECT_EQ(r.f().List1.count(), 256);

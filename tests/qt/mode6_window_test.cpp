@@ -26,13 +26,22 @@ TEST(Mode6Window, ASweepOnTheSimulatorFillsTheGrid) {
     app.hooks.Connect();
     ASSERT_TRUE(app.Connected);
 
-    app.frmMain().mnuViewMode6.click();
     FrmMode6& f = *Mode6Screen(app);
+    app.frmMain().mnuViewMode6.click();
     ASSERT_TRUE(f.visible());
     QApplication::processEvents();
     auto* grid = g.find<QTableWidget>("frmMode6", "MSFlexGrid1");
     ASSERT_NE(grid, nullptr);
+    // A picture in the middle of the test phase, taken as the status turns to test 3.
+    bool during = false;
+    const int watch = f.Panel2.observe([&] {
+        if (during || f.Panel2.text() != "REQUESTING MODE 6 TEST ID 3...") return;
+        during = true;
+        Screenshot(g.desktop->windows().windowOf("frmMode6"), "mode6_during_sweep");
+    });
     ASSERT_TRUE(WaitFor([&] { return f.Panel1.text() == "END OF PROCESS"; }, 8000));
+    f.Panel2.unobserve(watch);
+    EXPECT_TRUE(during);
     f.cmdFordDef.click();
     QApplication::processEvents();
     EXPECT_EQ(grid->item(1, 0)->text().toStdString(), "01");
