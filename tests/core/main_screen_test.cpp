@@ -325,6 +325,7 @@ TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {
     for (int key = 1; key <= 15; ++key) {
         ToolButton& b = m.button(key);
         if (b.key() == "Connect" || b.key() == "Disconnect" || b.separator()) continue;
+        if (t->screenByName(ScreenNeededBy(*t, b))) continue;  // its screen is in the program
         b.setEnabled(true);
         EXPECT_FALSE(b.enabled()) << b.key();
     }
