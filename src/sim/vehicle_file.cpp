@@ -155,11 +155,10 @@ void ecuSetting(SimEcu& ecu, const Line& line) {
 
 bool isEcuSetting(const std::string& k) {
     static const char* kEcuKeys[] = {"mode1",  "mil", "mode2",      "stored",   "pending",
-                                     "freeze", "fix", "fix-freeze", "monitors", "obd",
-                                     "mode6",  "mode6-support"};
+                                     "freeze", "fix", "fix-freeze", "monitors", "obd"};
     for (const char* key : kEcuKeys)
         if (k == key) return true;
-    return false;
+    return k == "mode6" || k == "mode6-support";
 }
 
 }  // namespace

@@ -282,5 +282,20 @@ TEST(Mode6Sweep, EdgeCases) {
     }
 }
 
+// On KWP 2000 through a K-line cable the echo text of a support request keeps base 00, so the
+// echo of base 20 survives the strip in part and its bytes are read as the bitmap: 7F 11 04 62
+// here, while the real test 33 is never asked for.
+TEST(Mode6Sweep, KwpKlineSupportOfBase20ReadsTheEchoLeftOver) {
+    Mode6Rig r(kKesh, "iso14230", 3, [](sim::SimVehicle& v) {
+        sim::AddMode6Setting(v.ecus[0].mode6, "mode6", {"21", "11", "0001", "0002"});
+    });
+    r.sweep();
+    EXPECT_EQ(r.f().List1.item(32), "PID 33  NOT SUPPORTED");
+    EXPECT_EQ(r.f().List1.item(33), "PID 34  SUPPORTED");
+    EXPECT_EQ(r.f().List1.item(62), "PID 63  SUPPORTED");
+    EXPECT_EQ(r.asked("21"), 0);
+    EXPECT_EQ(r.asked("22"), 1);
+}
+
 }  // namespace
 }  // namespace ketrel::test
