@@ -129,7 +129,9 @@ TEST(Mode6Sweep, FillsTheGridOnEveryDeviceAndProtocol) {
         const auto wanted = app.PidWanted;
         bool heldDuringSweep = false;
         r.after(1000, [&] {
-            heldDuringSweep = app.Mode6Active && !app.frmMain().enabled() &&
+            const FrmMain& m = app.frmMain();
+            heldDuringSweep = app.Mode6Active && !m.enabled() && !m.BR3Delay.enabled() &&
+                              !m.KeshDelay.enabled() && !m.TimeOutConnect.enabled() &&
                               std::none_of(app.PidWanted.begin(), app.PidWanted.begin() + 42,
                                            [](bool b) { return b; });
         });
