@@ -5,26 +5,6 @@
 namespace ketrel {
 namespace {
 
-TEST(Mode6Reply, LimitRule) {
-    struct Case {
-        const char* control;
-        std::optional<long> result;
-        const char* limit;
-        const char* type;
-        const char* verdict;
-    } cases[] = {
-        {"17", 180, "200", "MAXIMUM", "PASS"},  {"17", 210, "200", "MAXIMUM", "FAIL"},
-        {"133", 256, "256", "MINIMUM", "PASS"}, {"17", 256, "256", "MAXIMUM", "PASS"},
-        {"129", 512, "768", "MINIMUM", "FAIL"}, {"129", 900, "768", "MINIMUM", "PASS"},
-        {"17", 0, "", "MAXIMUM", "PASS"},       {"129", std::nullopt, "5", "*", "*"},
-    };
-    for (const Case& c : cases) {
-        Mode6Verdict v = Mode6LimitRule(c.control, c.result, c.limit);
-        EXPECT_EQ(v.limitType, c.type) << c.control << " " << c.limit;
-        EXPECT_EQ(v.passFail, c.verdict) << c.control << " " << c.limit;
-    }
-}
-
 // A J1850 frame with component 85; an ISO frame cut short holds no limit, an empty one nothing.
 TEST(Mode6Reply, FramesAreCutByTheColumnsOfTheirFamily) {
     Mode6Frame j = ReadMode6Frame("0B486B104610850100010055", kMode6J1850);
