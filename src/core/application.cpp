@@ -20,6 +20,7 @@
 #include "state/app.h"
 #include "sweeps/mode5_manuf.h"
 #include "sweeps/mode5_tests.h"
+#include "sweeps/mode6_sweep.h"
 
 namespace ketrel {
 
@@ -36,6 +37,7 @@ void InstallApplication(App& app) {
         app.addScreen(std::make_unique<FrmMode5Manuf>(app.loop()));
     InstallMode5(app);
     InstallMode5Manuf(app);
+    InstallMode6(app);
     app.hooks.Connect = [&app] { ConnectSession(app); };
     InstallDataTab(app);
     InstallStartup(app);

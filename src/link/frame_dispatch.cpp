@@ -1,5 +1,9 @@
 #include "link/frame_dispatch.h"
 
+#include "link/kesh_receive.h"
+#include "link/serial_timing.h"
+#include "platform/serial_port.h"
+
 #include "obd/monitor_status.h"
 #include "obd/pid_catalogue.h"
 #include "obd/trouble_codes.h"
@@ -150,6 +154,22 @@ void CapLogData(App& app) {
     if (m.LogData.count() < kLogDataCap) return;
     m.LogData.clear();
     m.Text2.setText("");
+}
+
+std::string ReadSweepReply(App& app, ReceivePath path) {
+    FrmMain& m = app.frmMain();
+    const bool kline = path == ReceivePath::Kline;
+    SerialPort* port = (kline ? m.KeshMSComm : m.BR3MSComm).get();
+    std::string bytes;
+    try {
+        if (port) bytes = port->input();
+    } catch (const SerialError&) {
+        bytes.clear();
+    }
+    const std::string raw = BytesToHex(bytes);
+    if (!kline) return raw;
+    m.Text2.setText(raw);
+    return KeshStripEcho(raw, app.LastRequestHex);
 }
 
 }  // namespace ketrel

@@ -57,4 +57,10 @@ void NoteReceivedFrame(App& app, const std::string& frame);
 // LogData and Text2 are cleared once LogData holds 701 rows.
 void CapLogData(App& app);
 
+// The branch of the test sweeps, which read a reply a fixed time after their own request and
+// parse it by columns instead of routing it by mode: all that has arrived on the path's
+// scanning port as hex text. On the K-line, Text2 takes the raw read and the echo is cut
+// against LastRequestHex. A port that fails reads as silence.
+std::string ReadSweepReply(App& app, ReceivePath path);
+
 }  // namespace ketrel

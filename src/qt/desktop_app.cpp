@@ -11,6 +11,7 @@
 #include "qt/auto_detect_window.h"
 #include "qt/main_window.h"
 #include "qt/mode5_windows.h"
+#include "qt/mode6_window.h"
 #include "qt/recorded_log_window.h"
 #include "qt/recorder_windows.h"
 #include "qt/settings_window.h"
@@ -21,6 +22,7 @@
 #include "screens/frm_recorder.h"
 #include "sweeps/mode5_manuf.h"
 #include "sweeps/mode5_tests.h"
+#include "sweeps/mode6_sweep.h"
 
 namespace ketrel {
 
@@ -63,6 +65,8 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmMode5Manuf* manuf = Mode5ManufScreen(*app_))
         windows_->registerView("frmMode5Manuf",
                                [manuf](Screen&) { return MakeMode5ManufWindow(*manuf); });
+    if (FrmMode6* mode6 = Mode6Screen(*app_))
+        windows_->registerView("frmMode6", [mode6](Screen&) { return MakeMode6Window(*mode6); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

@@ -217,6 +217,9 @@ std::vector<SimMessage> SimVehicle::answer(const std::vector<std::uint8_t>& requ
             out.push_back(frame(ecu, {0x44}));
         } else if (mode == 0x05) {
             if (auto d = ecu.o2Tests.answer(request)) out.push_back(frame(ecu, *d));
+        } else if (mode == 0x06 && pid >= 0) {
+            for (const auto& data : ecu.mode6.answer(pid))
+                out.push_back(frame(ecu, data));
         } else if (mode == 0x09 && pid >= 0 && &ecu == &ecus.front()) {
             auto msgs = vinMessages(ecu, pid);
             out.insert(out.end(), msgs.begin(), msgs.end());

@@ -9,6 +9,7 @@
 
 #include "sim/engine_model.h"
 #include "sim/mode5_data.h"
+#include "sim/mode6_data.h"
 
 namespace ketrel::sim {
 
@@ -31,6 +32,7 @@ struct SimEcu {
     double distanceSinceClearKm = 1500;
     int warmupsSinceClear = 12;
     O2TestData o2Tests;  // Mode 05 oxygen-sensor test results
+    Mode6Data mode6;     // on-board test results (Mode 06)
 };
 
 // One message of a module as it travels: three header bytes, the data, the check byte.

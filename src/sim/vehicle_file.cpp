@@ -143,6 +143,9 @@ void ecuSetting(SimEcu& ecu, const Line& line) {
         auto b = hexBytes(line, 0);
         if (b.size() != 3) fail(line, "monitors takes three hex bytes");
         ecu.monitors = {b[0], b[1], b[2]};
+    } else if (k == "mode6" || k == "mode6-support") {
+        if (std::string error = AddMode6Setting(ecu.mode6, k, line.args); !error.empty())
+            fail(line, error);
     } else if (k == "obd") {
         auto b = hexBytes(line, 0);
         if (b.size() != 1) fail(line, "obd takes one hex byte");
@@ -155,7 +158,7 @@ bool isEcuSetting(const std::string& k) {
                                      "freeze", "fix", "fix-freeze", "monitors", "obd"};
     for (const char* key : kEcuKeys)
         if (k == key) return true;
-    return false;
+    return k == "mode6" || k == "mode6-support";
 }
 
 }  // namespace

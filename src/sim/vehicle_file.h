@@ -53,6 +53,10 @@ struct SimSetup {
 //   o2test     01 1 7F 10 20       a Mode 05 oxygen-sensor test result: test id, sensor
 //                                  (1 to 8), value, minimum, maximum; ids above 20 are the
 //                                  maker's own, and the support answers follow from these
+//   mode6      01 11 0123 0200     a Mode 06 result: test id, component (bit 7: the limit is
+//                                  a minimum), value and limit; several lines for one id
+//                                  give one message per component, in file order
+//   mode6-support E0 00 00 00 03   a Mode 06 support bitmap held as given (else from the ids)
 //
 // A file without an "ecu" line gets no modules; settings of a module before any "ecu" line
 // are an error.

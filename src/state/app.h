@@ -19,6 +19,7 @@
 #include "screens/frm_new_pids.h"
 #include "screens/frm_settings.h"
 #include "state/c_time_it.h"
+#include "state/mode6_vars.h"
 
 namespace ketrel {
 
@@ -241,6 +242,13 @@ class App {
 
     // ---- Display measurement shared with the start-up check
     int DisplayWidth = 0, DisplayHeight = 0, DisplayDepth = 0;
+
+    // ---- The Mode 6 sweeps: the count-byte converter's and the K-line cables' own variables,
+    // the J1850 frame index and repeat flag, and the first 42 polling flags a sweep holds.
+    Mode6Vars Mode6Br3, Mode6Kesh;
+    int Mode6FrameIndex = 0;
+    bool Mode6Again = false;
+    std::array<bool, 42> SavedPidWanted{};
 
   private:
     std::unique_ptr<FrmMain> frmMain_;

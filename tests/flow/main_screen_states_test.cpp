@@ -126,6 +126,8 @@ TEST(MainScreenStates, FollowTheSessionFromStartToDisconnect) {
                      {"mnuVehicleClear", {0, 0, 1, 0}},
                      {"mnuVehicleInfo", {0, 0, 1, 0}},
                      {"mnuAboutHardware", {0, 0, 1, 0}},
+                     {"mnuViewMode6", {0, 0, 1, 0}},
+                     {"Mode6", {0, 0, 1, 0}},
                      {"mnuEditPidsOver", {1, 1, 1, 1}},
                      {"mnuHelpHistory", {1, 1, 1, 1}},
                      {"mnuOptionData", {1, 1, 1, 1}},
@@ -135,8 +137,6 @@ TEST(MainScreenStates, FollowTheSessionFromStartToDisconnect) {
                      {"Controller", {0, 0, 1, 0}},
                      // Their screens are not in this build: off whatever the session says.
                      {"Custom Display", {0, 0, 0, 0}},
-                     {"mnuViewMode6", {0, 0, 0, 0}},
-                     {"Mode6", {0, 0, 0, 0}},
                      {"mnuViewCodes", {0, 0, 0, 0}},
                      {"DTC", {0, 0, 0, 0}},
                      {"mnuViewCoolant", {0, 0, 0, 0}},

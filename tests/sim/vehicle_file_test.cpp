@@ -82,6 +82,9 @@ TEST(VehicleFile, MistakesAreReportedWithTheirLine) {
         {"colour red", "line 1: unknown setting \"colour\""},
         {"ecu 10\nfix 0C", "line 2: fix takes a PID and its data bytes"},
         {"keybytes 08", "line 1: keybytes takes two hex bytes"},
+        {"ecu 10\nmode6 20 11 0001 0002", "line 2: mode6 takes hex numbers and a test id"},
+        {"ecu 10\nmode6 01 11 00001 0002", "line 2: mode6 takes hex numbers"},
+        {"ecu 10\nmode6-support 10 00 00 00 01", "line 2: mode6-support takes a base"},
     };
     for (const auto& c : cases) {
         try {
