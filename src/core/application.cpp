@@ -9,6 +9,7 @@
 #include "core/main_screen.h"
 #include "core/settings_screen.h"
 #include "core/startup.h"
+#include "display/displays.h"
 #include "link/auto_detect.h"
 #include "screens/frm_auto_detect.h"
 #include "state/app.h"
@@ -25,6 +26,7 @@ void InstallApplication(App& app) {
     InstallSettingsScreen(app);
     InstallMainMenus(app);
     InstallSession(app);
+    InstallDisplays(app);
     InstallMainScreen(app);
 }
 

@@ -9,6 +9,7 @@
 #include "platform/ini_settings_store.h"
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
+#include "qt/display_windows.h"
 #include "qt/main_window.h"
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
@@ -38,6 +39,7 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmAutoDetect* detect = AutoDetectScreen(*app_))
         windows_->registerView("frmAutoDetect",
                                [detect](Screen&) { return MakeAutoDetectWindow(*detect); });
+    RegisterDisplayViews(*windows_, *app_);
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

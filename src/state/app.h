@@ -193,6 +193,8 @@ class App {
     bool RequestPid20 = false, RequestPid40 = false;
     bool KeshRequestMode2List = false, KeshRequestPid1C = false;
     bool CustomListActive = false;
+    // PidWanted(0..41) while a display or a sweep holds the polling.
+    std::array<bool, 42> SavedPidWanted{};
     std::string VinText;
     std::string CodeDescription;
     std::array<std::string, 10> TroubleCodes{};  // 1..9, the codes of the last Mode 03 reply

@@ -1,0 +1,214 @@
+// The data displays on a simulated count-byte converter and a VPW pick-up: each one narrows the
+// polling to what it shows and gives it back when it closes.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <set>
+#include <sstream>
+
+#include "core/main_screen.h"
+#include "display/displays.h"
+#include "display/fuel_economy.h"
+#include "flow/dorvane_rig.h"
+#include "platform/sqlite_db.h"
+#include "screens/frm_custom_data.h"
+#include "screens/frm_mpg.h"
+#include "screens/frm_real_display.h"
+#include "sim/br3_converter.h"
+#include "sim/vehicle_file.h"
+
+namespace ketrel::test {
+namespace {
+
+// Makes System/MPGAve1.db and its template from the shipped schema.
+void MakeMpgStore(const std::filesystem::path& appPath) {
+    const std::string schema = ReadFile(std::string(KETREL_DATA_DIR) + "/db/MPGAve1.sql");
+    std::filesystem::create_directories(appPath / "System");
+    for (const auto& p : {MpgStorePath(appPath), MpgTemplatePath(appPath)}) {
+        SqliteDb db;
+        ASSERT_TRUE(db.open(p, true) && db.execScript(schema)) << db.error();
+    }
+}
+
+// The program's session and displays joined to a simulated count-byte converter on port 1.
+struct DisplayRig {
+    DisplayRig()
+        : t(&ports),
+          vehicle(sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/vpw.vehicle").vehicle) {
+        ports.plug(1, wire);
+        App& app = *t;
+        app.BR3SetDelay = true;
+        app.BR3Start = 1;
+        app.Temp = "F";
+        app.Speed = "MPH";
+        MakeMpgStore(t.dir.path());
+        SetUpSessionRig(t, kBr3, "180");
+        InstallDisplays(app);
+        InstallMainScreen(app);
+        t.loop.setLimitMs(400000);  // a hang fails instead of spinning
+        ConnectSession(app);
+    }
+    App& app() { return *t; }
+    void run(int ms) { t.loop.runFor(ms); }
+    void after(int ms, std::function<void()> fn) {
+        t.loop.scheduler().postAt((t.loop.nowMs() + ms) * 1000, std::move(fn));
+    }
+    // The Mode 01 PIDs asked for during `ms` from now.
+    std::set<int> polled(int ms) {
+        const std::size_t from = converter.commands().size();
+        run(ms);
+        std::set<int> pids;
+        for (std::size_t i = from; i < converter.commands().size(); ++i) {
+            std::istringstream in(converter.commands()[i]);
+            std::vector<std::string> bytes{std::istream_iterator<std::string>(in), {}};
+            if (bytes.size() >= 6 && bytes[0] == "07" && bytes[4] == "01")
+                pids.insert(std::stoi(bytes[5], nullptr, 16));
+        }
+        return pids;
+    }
+    template <class S>
+    S& screen(const char* name) {
+        return *dynamic_cast<S*>(app().screenByName(name));
+    }
+
+    sim::SimSerialPortFactory ports;
+    TestApp t;
+    sim::SimVehicle vehicle;
+    sim::Br3Converter converter{vehicle};
+    sim::SimWire wire{t.loop.scheduler(), converter};
+};
+
+TEST(Displays, ExtendedListPollsItsPidsAndGivesTheCycleBackOneTickAfterClosing) {
+    DisplayRig r;
+    App& app = r.app();
+    ASSERT_TRUE(app.Connected);
+    r.run(2000);
+    app.frmMain().mnuOptionData.click();
+    ASSERT_TRUE(app.frmNewPids().visible());
+    EXPECT_FALSE(app.frmMain().enabled());
+    EXPECT_EQ(r.polled(4000), (std::set<int>{0x20, 0x21, 0x2F, 0x33, 0x40}));
+    EXPECT_NE(app.frmNewPids().lblDisMilOn.text(), "");
+    EXPECT_TRUE(app.frmNewPids().lblDisMilOn.enabled());
+    EXPECT_EQ(app.frmNewPids().Image1[1].picture(), kImgGreen);
+    // The close waits one tick of Timer1.
+    EXPECT_FALSE(app.frmNewPids().unload());
+    EXPECT_FALSE(app.CustomListActive);
+    r.run(150);
+    EXPECT_FALSE(app.frmNewPids().loaded());
+    EXPECT_TRUE(app.frmMain().enabled());
+    const std::set<int> after = r.polled(3000);
+    EXPECT_TRUE(after.count(0x0C));
+    EXPECT_EQ(after.lower_bound(0x21), after.end());
+}
+
+TEST(Displays, CustomListPollsOnlyTheChosenPids) {
+    DisplayRig r;
+    App& app = r.app();
+    r.run(2000);
+    auto& c = r.screen<FrmCustomData>("frmCustomData");
+    const auto wantedBefore = app.PidWanted;
+    std::vector<std::string> words;
+    // First nothing chosen: refused. Then RPM and speed only.
+    r.after(100, [&] {
+        for (int pid : {0x02, 0x0C, 0x21})
+            words.push_back(c.Check1[pid].caption());
+        c.Check2.setValue(true);
+        c.Check2.setValue(false);
+        c.cmdOk.click();
+        words.push_back(c.Panel1.text());
+        EXPECT_EQ(app.PidWanted, wantedBefore);
+        c.Check1[0x0C].click();
+        c.Check1[0x0D].click();
+        words.push_back(c.Check1[0x0C].caption());
+        c.cmdOk.click();
+    });
+    app.frmMain().mnuOptionList.click();  // modal: returns when the list closes
+    EXPECT_EQ(words, (std::vector<std::string>{
+                         "N/A", "ENABLED", "ENABLED",
+                         "YOU MUST HAVE AT LEAST 1 OF THE PIDS SELECTED IN EACH TAB SECTION!",
+                         "ENABLED"}));
+    EXPECT_FALSE(c.loaded());
+    EXPECT_EQ(app.frmMain().Image1[5].picture(), kImgYellow);
+    EXPECT_EQ(r.polled(3000), (std::set<int>{0x0C, 0x0D}));
+}
+
+TEST(Displays, LargeDisplayFollowsTheMainFieldAndBlinksWhenNotPolled) {
+    DisplayRig r;
+    App& app = r.app();
+    r.run(3000);
+    app.frmMain().mnuViewRPM.click();
+    auto& d = r.screen<FrmRealDisplay>("frmRealDisplay");
+    ASSERT_TRUE(d.visible());
+    EXPECT_EQ(d.lblMax.text(), "8000 RPM");
+    r.run(2000);
+    const std::string rpm = app.frmMain().lblRPM.text();
+    EXPECT_EQ(d.lblValue.text(), rpm);
+    EXPECT_EQ(d.ProgressBar1.value(), std::stoi(rpm));
+    EXPECT_FALSE(d.lblDisabled[0].visible());
+    // A value the cycle does not poll: the warning blinks every 500 ms.
+    app.PidWanted[0x0A] = false;
+    app.frmMain().mnuViewFuelPressure.click();
+    EXPECT_EQ(d.lblDisplayPID.text(), "Fuel Pressure");
+    std::vector<bool> seen;
+    for (int i = 0; i < 4; ++i) {
+        r.run(500);
+        seen.push_back(d.lblDisabled[0].visible());
+    }
+    EXPECT_EQ(seen, (std::vector<bool>{true, false, true, false}));
+}
+
+TEST(Displays, FuelEconomyNarrowsThePollingAndItsAverageSurvivesARestart) {
+    std::string average;
+    std::filesystem::path saved;
+    {
+        DisplayRig r;
+        App& app = r.app();
+        r.run(2000);
+        const auto wanted = app.PidWanted;
+        app.frmMain().mnuViewRPM.click();  // the fuel economy closes the large display
+        app.frmMain().mnuViewMPG.click();
+        auto& s = r.screen<FrmMPG>("frmMPG");
+        ASSERT_TRUE(s.visible());
+        EXPECT_FALSE(app.screenByName("frmRealDisplay")->loaded());
+        EXPECT_EQ(r.polled(30000), (std::set<int>{0x07, 0x09, 0x0D, 0x10}));
+        EXPECT_NE(s.lblInstMPG.text(), "-");  // moving by now
+        EXPECT_NE(s.lblMPGAve.text(), "");
+        r.run(10000);
+        average = s.lblMPGAve.text();
+        s.unload();
+        EXPECT_EQ(app.PidWanted, wanted);
+        EXPECT_TRUE(app.frmMain().enabled());
+        saved = r.t.dir.path() / "saved.db";
+        std::filesystem::copy_file(MpgStorePath(r.t.dir.path()), saved);
+        std::filesystem::copy_file(saved, std::filesystem::temp_directory_path() / "ketrel-mpg.db",
+                                   std::filesystem::copy_options::overwrite_existing);
+    }
+    // A new run of the program finds the samples and shows the same average, not connected.
+    TestApp t;
+    MakeMpgStore(t.dir.path());
+    const auto copy = std::filesystem::temp_directory_path() / "ketrel-mpg.db";
+    std::filesystem::copy_file(copy, MpgStorePath(t.dir.path()),
+                               std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::remove(copy);
+    InstallDisplays(*t);
+    auto& s = *dynamic_cast<FrmMPG*>(t->screenByName("frmMPG"));
+    s.show();
+    t.loop.runFor(10500);
+    EXPECT_EQ(s.lblMPGAve.text(), average);
+    // The reset empties the table: the average is no longer taken.
+    ResetMpg(*t);
+    s.lblMPGAve.setText("");
+    t.loop.runFor(10000);
+    EXPECT_EQ(s.lblMPGAve.text(), "");
+    s.unload();
+    // A damaged table: the error box, and the screen runs on without samples.
+    WriteFile(MpgStorePath(t.dir.path()), "not a database");
+    s.show();
+    ASSERT_EQ(t.dialogs.shown().size(), 1u);
+    EXPECT_EQ(t.dialogs.shown()[0].title, "ERROR");
+    EXPECT_TRUE(s.visible());
+}
+
+}  // namespace
+}  // namespace ketrel::test
