@@ -60,6 +60,8 @@ void openExtended(App& app) {
     FrmNewPids& x = app.frmNewPids();
     app.frmMain().setEnabled(false);
     SetExtendedUnitCaptions(app);
+    // The barometric pressure reads in inches of mercury under the "PSI" setting.
+    x.lblPressure[18].setText(app.Pressure == "kPa" ? "kPa" : "In/Hg");
     app.ExtendedPIDCount = 0;
     app.CustomListActive = true;
     ResetSupportGrid(app, app.frmMain().msM3Grid);

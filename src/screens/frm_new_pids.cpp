@@ -29,6 +29,7 @@ FrmNewPids::FrmNewPids(EventLoop& loop)
     for (int i : {7, 8, 17})
         lblPressure[i].setText("PSI");
     lblPressure[16].setText("In/H2O");
+    lblPressure[18].setText("In/Hg");  // barometric pressure
     for (int i : {4, 15})
         lblSpeed[i].setText("Miles");
     for (const NewPidRow& row : kNewPidRows)

@@ -53,7 +53,7 @@ inline constexpr std::array<NewPidRow, 44> kNewPidRows{{
      "lblSpeed(15)"},
     {"lblVaporPres", 10, 1, 137, "EVAP VAPOR PRESSURE", NewPidUnit::Vapor, "", 0x32,
      "lblPressure(16)"},
-    {"lblBaro", 11, 1, 0, "BARO", NewPidUnit::Baro, "", 0x33, "lblPressure(17)"},
+    {"lblBaro", 11, 1, 0, "BARO", NewPidUnit::Baro, "", 0x33, "lblPressure(18)"},
     {"lblVolt", 12, 1, 1, "CONTROL MODULE VOLTAGE", NewPidUnit::Fixed, "Volts", 0x42, nullptr},
     {"lblAbosLoad", 13, 1, 210, "ABSOLUTE LOAD VALUE", NewPidUnit::Fixed, "%", 0x43, nullptr},
     {"lblEquivRatio", 14, 1, 52, "COMMANDED EQUIV. RATIO", NewPidUnit::None, "", 0x44, nullptr},

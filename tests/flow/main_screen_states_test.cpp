@@ -133,13 +133,15 @@ TEST(MainScreenStates, FollowTheSessionFromStartToDisconnect) {
                      {"mnuFileOpen", {0, 0, 0, 0}},
                      {"mnuEditRecord", {0, 0, 0, 0}},
                      {"Controller", {0, 0, 0, 0}},
-                     {"Custom Display", {0, 0, 0, 0}},
                      {"mnuViewMode6", {0, 0, 0, 0}},
                      {"Mode6", {0, 0, 0, 0}},
                      {"mnuViewCodes", {0, 0, 0, 0}},
                      {"DTC", {0, 0, 0, 0}},
-                     {"mnuViewCoolant", {0, 0, 0, 0}},
-                     {"mnuViewMPG", {0, 0, 0, 0}},
+                     // The data displays are in: their entries follow the session.
+                     {"Custom Display", {0, 0, 1, 0}},
+                     {"mnuViewCoolant", {0, 0, 1, 0}},
+                     {"mnuViewMPG", {0, 0, 1, 0}},
+                     {"mnuViewResetMPG", {0, 0, 1, 0}},
                  });
 }
 
@@ -156,7 +158,6 @@ TEST(MainScreenStates, EntriesOfLaterScreensFollowTheSessionOnceTheScreensExist)
                     {"mnuViewCodes", {1, 1, 1, 1}},
                     // Still absent here.
                     {"mnuViewMode5", {0, 0, 0, 0}},
-                    {"mnuViewCoolant", {0, 0, 0, 0}},
                 });
 }
 
