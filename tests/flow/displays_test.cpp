@@ -4,6 +4,8 @@
 
 #include <filesystem>
 #include <functional>
+#include <iterator>
+#include <memory>
 #include <set>
 #include <sstream>
 
@@ -16,6 +18,7 @@
 #include "screens/frm_mpg.h"
 #include "screens/frm_real_display.h"
 #include "sim/br3_converter.h"
+#include "sim/kline_ecu.h"
 #include "sim/vehicle_file.h"
 
 namespace ketrel::test {
@@ -31,22 +34,34 @@ void MakeMpgStore(const std::filesystem::path& appPath) {
     }
 }
 
-// The program's session and displays joined to a simulated count-byte converter on port 1.
+// The program's session and displays joined to a simulated count-byte converter and a VPW
+// pick-up on port 1, or with `kline` to a K-line cable and a KWP 2000 car woken up fast.
 struct DisplayRig {
-    DisplayRig()
+    explicit DisplayRig(bool kline = false)
         : t(&ports),
-          vehicle(sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/vpw.vehicle").vehicle) {
-        ports.plug(1, wire);
+          vehicle(sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" +
+                                       (kline ? "iso14230" : "vpw") + ".vehicle")
+                      .vehicle) {
+        if (kline) {
+            ecu = std::make_unique<sim::KlineEcu>(vehicle);
+            wire = std::make_unique<sim::SimWire>(t.loop.scheduler(), *ecu);
+        } else {
+            converter = std::make_unique<sim::Br3Converter>(vehicle);
+            wire = std::make_unique<sim::SimWire>(t.loop.scheduler(), *converter);
+        }
+        ports.plug(1, *wire);
         App& app = *t;
         app.BR3SetDelay = true;
         app.BR3Start = 1;
+        app.KeshStart = 3;
         app.Temp = "F";
         app.Speed = "MPH";
         MakeMpgStore(t.dir.path());
-        SetUpSessionRig(t, kBr3, "180");
+        SetUpSessionRig(t, kline ? kKesh : kBr3, kline ? "225" : "180");
         InstallDisplays(app);
         InstallMainScreen(app);
         t.loop.setLimitMs(400000);  // a hang fails instead of spinning
+        t.dialogs.answerNext(MsgAnswer::Cancel);
         ConnectSession(app);
     }
     App& app() { return *t; }
@@ -54,16 +69,23 @@ struct DisplayRig {
     void after(int ms, std::function<void()> fn) {
         t.loop.scheduler().postAt((t.loop.nowMs() + ms) * 1000, std::move(fn));
     }
-    // The Mode 01 PIDs asked for during `ms` from now.
+    // Every frame the car was sent, as spaced hex.
+    const std::vector<std::string>& sent() const {
+        return ecu ? ecu->received() : converter->commands();
+    }
+    // The Mode 01 PIDs asked for during `ms` from now: the byte after "F1 01" of each request.
     std::set<int> polled(int ms) {
-        const std::size_t from = converter.commands().size();
+        const std::size_t from = sent().size();
         run(ms);
         std::set<int> pids;
-        for (std::size_t i = from; i < converter.commands().size(); ++i) {
-            std::istringstream in(converter.commands()[i]);
+        for (std::size_t i = from; i < sent().size(); ++i) {
+            std::istringstream in(sent()[i]);
             std::vector<std::string> bytes{std::istream_iterator<std::string>(in), {}};
-            if (bytes.size() >= 6 && bytes[0] == "07" && bytes[4] == "01")
-                pids.insert(std::stoi(bytes[5], nullptr, 16));
+            for (std::size_t b = 0; b + 2 < bytes.size(); ++b)
+                if (bytes[b] == "F1" && bytes[b + 1] == "01") {
+                    pids.insert(std::stoi(bytes[b + 2], nullptr, 16));
+                    break;
+                }
         }
         return pids;
     }
@@ -75,31 +97,49 @@ struct DisplayRig {
     sim::SimSerialPortFactory ports;
     TestApp t;
     sim::SimVehicle vehicle;
-    sim::Br3Converter converter{vehicle};
-    sim::SimWire wire{t.loop.scheduler(), converter};
+    std::unique_ptr<sim::Br3Converter> converter;
+    std::unique_ptr<sim::KlineEcu> ecu;
+    std::unique_ptr<sim::SimWire> wire;
 };
 
 TEST(Displays, ExtendedListPollsItsPidsAndGivesTheCycleBackOneTickAfterClosing) {
-    DisplayRig r;
-    App& app = r.app();
-    ASSERT_TRUE(app.Connected);
-    r.run(2000);
-    app.frmMain().mnuOptionData.click();
-    ASSERT_TRUE(app.frmNewPids().visible());
-    EXPECT_FALSE(app.frmMain().enabled());
-    EXPECT_EQ(r.polled(4000), (std::set<int>{0x20, 0x21, 0x2F, 0x33, 0x40}));
-    EXPECT_NE(app.frmNewPids().lblDisMilOn.text(), "");
-    EXPECT_TRUE(app.frmNewPids().lblDisMilOn.enabled());
-    EXPECT_EQ(app.frmNewPids().Image1[1].picture(), kImgGreen);
-    // The close waits one tick of Timer1.
-    EXPECT_FALSE(app.frmNewPids().unload());
-    EXPECT_FALSE(app.CustomListActive);
-    r.run(150);
-    EXPECT_FALSE(app.frmNewPids().loaded());
-    EXPECT_TRUE(app.frmMain().enabled());
-    const std::set<int> after = r.polled(3000);
-    EXPECT_TRUE(after.count(0x0C));
-    EXPECT_EQ(after.lower_bound(0x21), after.end());
+    struct Case {
+        bool kline;
+        std::set<int> extended;  // the support PIDs 20 and 40, then what the car has
+    } cases[] = {{false, {0x20, 0x21, 0x2F, 0x33, 0x40}}, {true, {0x20, 0x21, 0x2F, 0x40}}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.kline ? "K-line" : "count-byte");
+        DisplayRig r(c.kline);
+        App& app = r.app();
+        ASSERT_TRUE(app.Connected);
+        r.run(2000);
+        app.GridStyle = c.kline;  // the K-line case in grid style
+        app.frmMain().mnuOptionData.click();
+        ASSERT_TRUE(app.frmNewPids().visible());
+        EXPECT_FALSE(app.frmMain().enabled());
+        EXPECT_EQ(r.polled(5000), c.extended);
+        EXPECT_NE(app.frmNewPids().lblDisMilOn.text(), "");
+        EXPECT_TRUE(app.frmNewPids().lblDisMilOn.enabled());
+        EXPECT_EQ(app.frmNewPids().Image1[1].picture(), kImgGreen);
+        // A value that goes to "N/A" greys with its caption and comes back with a value; the
+        // grid style mirrors it.
+        FrmNewPids& x = app.frmNewPids();
+        x.lblVolt.setText("N/A");
+        EXPECT_FALSE(x.lblVolt.enabled() || x.Label1[1].enabled());
+        x.lblVolt.setText("13.8");
+        EXPECT_TRUE(x.lblVolt.enabled() && x.Label1[1].enabled());
+        EXPECT_EQ(x.GridData.text(12, 1), c.kline ? "13.8" : "");
+        EXPECT_EQ(x.GridData.text(12, 0), c.kline ? "CONTROL MODULE VOLTAGE" : "");
+        // The close waits one tick of Timer1.
+        EXPECT_FALSE(app.frmNewPids().unload());
+        EXPECT_FALSE(app.CustomListActive);
+        r.run(150);
+        EXPECT_FALSE(app.frmNewPids().loaded());
+        EXPECT_TRUE(app.frmMain().enabled());
+        const std::set<int> after = r.polled(3000);
+        EXPECT_TRUE(after.count(0x0C));
+        EXPECT_EQ(after.lower_bound(0x21), after.end());
+    }
 }
 
 TEST(Displays, CustomListPollsOnlyTheChosenPids) {
