@@ -306,9 +306,9 @@ struct Needed {
     const char* screen;
 };
 const Needed kNeeded[] = {
-    {"mnuFileOpen", "frmRecordedLog"},    {"mnuEditRecord", "frmRecorder"},
-    {"mnuViewScope", "frmScope"},         {"mnuViewCodes", "frmTroubleCode"},
-    {"mnuViewTerms", "frmTerms"},         {"mnuHelpAbout", "frmAbout"},
+    {"mnuFileOpen", "frmRecordedLog"}, {"mnuEditRecord", "frmRecorder"},
+    {"mnuViewScope", "frmScope"},      {"mnuViewCodes", "frmTroubleCode"},
+    {"mnuViewTerms", "frmTerms"},      {"mnuHelpAbout", "frmAbout"},
 };
 
 TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {
