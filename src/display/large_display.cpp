@@ -57,17 +57,17 @@ bool isO2(const std::string& name) {
     return false;
 }
 
+// The unit setting a menu entry's scale depends on.
+const std::string& settingFor(const App& app, const std::string& menu) {
+    if (menu == "mnuViewSpeed") return app.Speed;
+    if (menu == "mnuViewMAP" || menu == "mnuViewFuelPressure") return app.Pressure;
+    return app.Temp;
+}
+
 // The row of the scale table for a menu entry under the unit settings.
 const LargeScaleRow* rowFor(const App& app, const std::string& menu) {
-    for (const LargeScaleRow& r : kLargeScaleRows) {
-        if (menu != r.menu) continue;
-        if (!r.setting) return &r;
-        const std::string& setting = menu == "mnuViewSpeed" ? app.Speed
-                                     : menu == "mnuViewMAP" || menu == "mnuViewFuelPressure"
-                                         ? app.Pressure
-                                         : app.Temp;
-        if (setting == r.setting) return &r;
-    }
+    for (const LargeScaleRow& r : kLargeScaleRows)
+        if (menu == r.menu && (!r.setting || settingFor(app, menu) == r.setting)) return &r;
     // A unit setting the table does not know takes the first row of the entry.
     for (const LargeScaleRow& r : kLargeScaleRows)
         if (menu == r.menu) return &r;

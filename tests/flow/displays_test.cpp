@@ -130,6 +130,11 @@ TEST(Displays, ExtendedListPollsItsPidsAndGivesTheCycleBackOneTickAfterClosing) 
         EXPECT_TRUE(x.lblVolt.enabled() && x.Label1[1].enabled());
         EXPECT_EQ(x.GridData.text(12, 1), c.kline ? "13.8" : "");
         EXPECT_EQ(x.GridData.text(12, 0), c.kline ? "CONTROL MODULE VOLTAGE" : "");
+        // With the override on, a status picture forces a PID the car did not report.
+        app.frmMain().mnuEditPidsOver.click();
+        x.Image1[0x42 - 32].click();
+        EXPECT_TRUE(app.Mode1Supported[0x42] && app.PidWanted[0x42]);
+        EXPECT_TRUE(r.polled(3000).count(0x42));
         // The close waits one tick of Timer1.
         EXPECT_FALSE(app.frmNewPids().unload());
         EXPECT_FALSE(app.CustomListActive);
