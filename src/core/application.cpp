@@ -10,6 +10,7 @@
 #include "core/main_screen.h"
 #include "core/settings_screen.h"
 #include "core/startup.h"
+#include "display/displays.h"
 #include "link/auto_detect.h"
 #include "recording/recorded_log.h"
 #include "recording/recorder.h"
@@ -45,6 +46,7 @@ void InstallApplication(App& app) {
     InstallMainMenus(app);
     InstallRecorder(app);
     InstallSession(app);
+    InstallDisplays(app);
     InstallMainScreen(app);
 }
 

@@ -83,7 +83,8 @@ std::vector<Control*> sessionOnlyControls(FrmMain& m) {
                             &m.mnuViewMode6,
                             &m.mnuAboutHardware,
                             &m.mnuFilePrintFF,
-                            &m.mnuViewMPG};
+                            &m.mnuViewMPG,
+                            &m.mnuViewResetMPG};
     for (MenuItem* large : m.mnuViewRealTime.children())
         v.push_back(large);
     return v;
@@ -135,7 +136,7 @@ void installToolbar(App& app) {
     // "Connect" and "Disconnect" belong to the session logic.
     m.tbController.onClick = runEntry(m.mnuEditRecord);
     m.tbScope.onClick = [&app] { showScreen(app, "frmScope"); };
-    m.tbCustom.onClick = [&app] { showScreen(app, "frmCustomData"); };
+    m.tbCustom.onClick = runEntry(m.mnuOptionList);
     m.tbDTC.onClick = runEntry(m.mnuViewCodes);
     m.tbGuage.onClick = runEntry(m.mnuViewGuage);
     m.tbMode6.onClick = runEntry(m.mnuViewMode6);

@@ -301,7 +301,7 @@ void EndSession(App& app) {
              &m.cmdRequestFF,        &m.cmdRequestPending,   &m.cmdRequestTC,
              &m.mnuViewMPG,          &m.mnuVehicleRequestFF, &m.mnuVehicleRequestPending,
              &m.mnuVehicleRequestTC, &m.mnuVehicleClear,     &m.mnuVehicleInfo,
-             &m.cmdRequestInfo,      &m.mnuAboutHardware}) {
+             &m.cmdRequestInfo,      &m.mnuAboutHardware,    &m.mnuViewResetMPG}) {
         ctl->setEnabled(false);
     }
     m.RequestTimer.stop();

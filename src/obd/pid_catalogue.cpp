@@ -152,8 +152,10 @@ void DecodeSupportPID00(App& app) {
         if (app.Mode1Supported[std::size_t(pm.pid)]) (m.*pm.item).setEnabled(true);
     }
     // Fuel economy needs long term trim bank 1, vehicle speed and mass air flow.
-    if (app.Mode1Supported[7] && app.Mode1Supported[13] && app.Mode1Supported[16])
+    if (app.Mode1Supported[7] && app.Mode1Supported[13] && app.Mode1Supported[16]) {
         m.mnuViewMPG.setEnabled(true);
+        m.mnuViewResetMPG.setEnabled(true);
+    }
     SetO2Layout(app);
     if (app.GridStyle) CopyO2LabelsToGrid(app);
 }

@@ -9,6 +9,7 @@
 #include "platform/ini_settings_store.h"
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
+#include "qt/display_windows.h"
 #include "qt/main_window.h"
 #include "qt/mode5_windows.h"
 #include "qt/mode6_window.h"
@@ -67,6 +68,7 @@ DesktopApp::DesktopApp(DesktopOptions o) {
                                [manuf](Screen&) { return MakeMode5ManufWindow(*manuf); });
     if (FrmMode6* mode6 = Mode6Screen(*app_))
         windows_->registerView("frmMode6", [mode6](Screen&) { return MakeMode6Window(*mode6); });
+    RegisterDisplayViews(*windows_, *app_);
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

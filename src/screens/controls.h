@@ -28,7 +28,8 @@ enum class ControlKind {
     ToolButton,
     Panel,
     Slider,
-    Tabs
+    Tabs,
+    ProgressBar
 };
 
 // The common part of every named control on a screen: name, index in its set, enabled,

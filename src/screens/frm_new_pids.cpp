@@ -1,8 +1,12 @@
 #include "screens/frm_new_pids.h"
 
+#include "screens/frm_main.h"
+#include "screens/new_pids_layout.h"
+
 namespace ketrel {
 
-FrmNewPids::FrmNewPids(EventLoop& loop) : Screen(loop, "frmNewPids", "EXTENDED DATA PARAMETER") {
+FrmNewPids::FrmNewPids(EventLoop& loop)
+    : Screen(loop, "frmNewPids", "EXTENDED DATA PARAMETER"), Timer1(makeTimer(100)) {
     valueFields_ = {&lblDisMilOn, &lblRelFuelPres, &lblRailPres};
     for (int n = 1; n <= 8; ++n) {
         valueFields_.push_back(&lblO2wrvE(n));
@@ -25,8 +29,15 @@ FrmNewPids::FrmNewPids(EventLoop& loop) : Screen(loop, "frmNewPids", "EXTENDED D
     for (int i : {7, 8, 17})
         lblPressure[i].setText("PSI");
     lblPressure[16].setText("In/H2O");
+    lblPressure[18].setText("In/Hg");  // barometric pressure
     for (int i : {4, 15})
         lblSpeed[i].setText("Miles");
+    for (const NewPidRow& row : kNewPidRows)
+        if (row.captionItem >= 0) Label1[row.captionItem].setText(row.caption);
+    // One status picture per PID 21 to 4E, item n for PID n + 32.
+    for (int n = 1; n <= 46; ++n)
+        Image1[n].setPicture(kImgRed);
+    Command1.setText("RECORD");
     markDesign();
 }
 

@@ -60,6 +60,21 @@ class FrmNewPids : public Screen {
     ControlArray<Field> lblSpeed{this, "lblSpeed"};
     Grid GridData{this, "GridData", 25, 9};
 
+    // Menus and the button that starts recording at once.
+    MenuItem mnuFile{this, "mnuFile", "&File"};
+    MenuItem mnuFileExit{this, "mnuFileExit", "E&xit", &mnuFile};
+    MenuItem mnuOption{this, "mnuOption", "&Option"};
+    MenuItem mnuCustom{this, "mnuCustom", "Custom Display List...", &mnuOption};
+    Field Command1{this, "Command1"};
+    // Runs one tick after a close request, so the request cycle sees CustomListActive drop
+    // before the screen goes.
+    Timer& Timer1;
+    // Set by Timer1: the next close request goes through.
+    bool closeReady = false;
+
+  protected:
+    void resetVariables() override { closeReady = false; }
+
   private:
     std::array<Field*, 8> o2wrvE_{&lblO2wrvE1, &lblO2wrvE2, &lblO2wrvE3, &lblO2wrvE4,
                                   &lblO2wrvE5, &lblO2wrvE6, &lblO2wrvE7, &lblO2wrvE8};

@@ -204,6 +204,8 @@ class App {
     bool RequestPid20 = false, RequestPid40 = false;
     bool KeshRequestMode2List = false, KeshRequestPid1C = false;
     bool CustomListActive = false;
+    // PidWanted(0..41) while a display or a sweep holds the polling.
+    std::array<bool, 42> SavedPidWanted{};
     std::string VinText;
     std::string CodeDescription;
     std::array<std::string, 10> TroubleCodes{};  // 1..9, the codes of the last Mode 03 reply
@@ -244,11 +246,10 @@ class App {
     int DisplayWidth = 0, DisplayHeight = 0, DisplayDepth = 0;
 
     // ---- The Mode 6 sweeps: the count-byte converter's and the K-line cables' own variables,
-    // the J1850 frame index and repeat flag, and the first 42 polling flags a sweep holds.
+    // the J1850 frame index and repeat flag (the polling flags they hold: SavedPidWanted).
     Mode6Vars Mode6Br3, Mode6Kesh;
     int Mode6FrameIndex = 0;
     bool Mode6Again = false;
-    std::array<bool, 42> SavedPidWanted{};
 
   private:
     std::unique_ptr<FrmMain> frmMain_;

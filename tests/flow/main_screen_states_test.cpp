@@ -136,11 +136,13 @@ TEST(MainScreenStates, FollowTheSessionFromStartToDisconnect) {
                      {"mnuEditRecord", {0, 0, 1, 0}},
                      {"Controller", {0, 0, 1, 0}},
                      // Their screens are not in this build: off whatever the session says.
-                     {"Custom Display", {0, 0, 0, 0}},
                      {"mnuViewCodes", {0, 0, 0, 0}},
                      {"DTC", {0, 0, 0, 0}},
-                     {"mnuViewCoolant", {0, 0, 0, 0}},
-                     {"mnuViewMPG", {0, 0, 0, 0}},
+                     // The data displays are in: their entries follow the session.
+                     {"Custom Display", {0, 0, 1, 0}},
+                     {"mnuViewCoolant", {0, 0, 1, 0}},
+                     {"mnuViewMPG", {0, 0, 1, 0}},
+                     {"mnuViewResetMPG", {0, 0, 1, 0}},
                  });
 }
 
@@ -157,8 +159,6 @@ TEST(MainScreenStates, EntriesOfLaterScreensFollowTheSessionOnceTheScreensExist)
                     {"Mode5", {0, 0, 1, 0}},
                     {"mnuViewScope", {1, 1, 1, 1}},
                     {"mnuViewCodes", {1, 1, 1, 1}},
-                    // Still absent here.
-                    {"mnuViewCoolant", {0, 0, 0, 0}},
                 });
 }
 
