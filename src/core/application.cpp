@@ -9,6 +9,8 @@
 #include "core/main_screen.h"
 #include "core/settings_screen.h"
 #include "core/startup.h"
+#include "display/gauges.h"
+#include "display/scope.h"
 #include "link/auto_detect.h"
 #include "screens/frm_auto_detect.h"
 #include "state/app.h"
@@ -25,6 +27,8 @@ void InstallApplication(App& app) {
     InstallSettingsScreen(app);
     InstallMainMenus(app);
     InstallSession(app);
+    InstallScope(app);
+    InstallGauges(app);
     InstallMainScreen(app);
 }
 

@@ -28,7 +28,10 @@ enum class ControlKind {
     ToolButton,
     Panel,
     Slider,
-    Tabs
+    Tabs,
+    Picture,
+    Line,
+    Shape
 };
 
 // The common part of every named control on a screen: name, index in its set, enabled,
