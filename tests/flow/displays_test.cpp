@@ -148,6 +148,7 @@ TEST(GaugesFlow, TheFiveDialsTestTheirLampsThenFollowTheMainScreen) {
     App& app = r.app();
     app.Temp = "C";
     app.Speed = "KPH";
+    app.Pressure = "kPa";
     FrmMultGuage& g = *MultGuageScreen(app);
     g.show();
     EXPECT_FALSE(app.frmMain().enabled());
@@ -157,7 +158,7 @@ TEST(GaugesFlow, TheFiveDialsTestTheirLampsThenFollowTheMainScreen) {
     r.run(1000);
     EXPECT_TRUE(g.enabled());
     const std::size_t from = r.commands().size();
-    r.run(3000);
+    r.run(25000);  // past the idle, so the car moves
     EXPECT_EQ(polledSince(r, from), (std::set<std::string>{"05", "0A", "0C", "0D", "0F"}));
     FrmMain& m = app.frmMain();
     for (Field* f : {&m.lblRPM, &m.lblSpeed, &m.lblCoolant, &m.lblFuelPres})
