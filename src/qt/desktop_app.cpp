@@ -9,8 +9,12 @@
 #include "platform/ini_settings_store.h"
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
+#include "qt/display_windows.h"
 #include "qt/main_window.h"
 #include "qt/settings_window.h"
+#include "screens/frm_guage.h"
+#include "screens/frm_mult_guage.h"
+#include "screens/frm_scope.h"
 #include "qt/sim_port_factory.h"
 
 namespace ketrel {
@@ -38,6 +42,13 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmAutoDetect* detect = AutoDetectScreen(*app_))
         windows_->registerView("frmAutoDetect",
                                [detect](Screen&) { return MakeAutoDetectWindow(*detect); });
+    windows_->registerView("frmScope",
+                           [](Screen& s) { return MakeScopeWindow(static_cast<FrmScope&>(s)); });
+    windows_->registerView("frmGuage",
+                           [](Screen& s) { return MakeGuageWindow(static_cast<FrmGuage&>(s)); });
+    windows_->registerView("frmMultGuage", [](Screen& s) {
+        return MakeMultGuageWindow(static_cast<FrmMultGuage&>(s));
+    });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {
