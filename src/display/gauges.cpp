@@ -59,7 +59,7 @@ void setFill(FrmGuage& g, bool solid) {
 }  // namespace
 
 FrmGuage* GuageScreen(App& app) {
-    return static_cast<FrmGuage*>(app.screenByName("frmGuage"));
+    return dynamic_cast<FrmGuage*>(app.screenByName("frmGuage"));
 }
 
 void PlaceNeedle(LineShape& needle, double cx, double cy, double r, double angle) {
@@ -132,8 +132,12 @@ void GuageTick(App& app) {
 }
 
 void InstallGauges(App& app) {
-    if (!GuageScreen(app)) app.addScreen(std::make_unique<FrmGuage>(app.loop()));
-    FrmGuage& g = *GuageScreen(app);
+    InstallMultGuage(app);
+    if (!app.screenByName("frmGuage")) app.addScreen(std::make_unique<FrmGuage>(app.loop()));
+    // A screen of that name that is not the tachometer (a stand-in) is left as it is.
+    FrmGuage* gp = GuageScreen(app);
+    if (!gp) return;
+    FrmGuage& g = *gp;
     g.onLoad = [&app, &g] { openGuage(app, g); };
     g.onUnload = [&app, &g] { closeGuage(app, g); };
     g.Timer1.setHandler([&app] { GuageTick(app); });
@@ -143,7 +147,6 @@ void InstallGauges(App& app) {
     g.mnuViewSmall.onClick = [&app] { SetGuageScale(app, "3"); };
     g.mnuViewSolid.onClick = [&g] { setFill(g, true); };
     g.mnuViewUpward.onClick = [&g] { setFill(g, false); };
-    InstallMultGuage(app);
 }
 
 }  // namespace ketrel

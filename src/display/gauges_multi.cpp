@@ -121,7 +121,7 @@ void closeMultGuage(App& app, FrmMultGuage& g) {
 }  // namespace
 
 FrmMultGuage* MultGuageScreen(App& app) {
-    return static_cast<FrmMultGuage*>(app.screenByName("frmMultGuage"));
+    return dynamic_cast<FrmMultGuage*>(app.screenByName("frmMultGuage"));
 }
 
 void MultGuageTick(App& app) {
@@ -142,8 +142,11 @@ void MultGuageTick(App& app) {
 }
 
 void InstallMultGuage(App& app) {
-    if (!MultGuageScreen(app)) app.addScreen(std::make_unique<FrmMultGuage>(app.loop()));
-    FrmMultGuage& g = *MultGuageScreen(app);
+    if (!app.screenByName("frmMultGuage"))
+        app.addScreen(std::make_unique<FrmMultGuage>(app.loop()));
+    FrmMultGuage* gp = MultGuageScreen(app);
+    if (!gp) return;
+    FrmMultGuage& g = *gp;
     g.onLoad = [&app, &g] { openMultGuage(app, g); };
     g.onUnload = [&app, &g] { closeMultGuage(app, g); };
     g.TimerDelay.setHandler([&g] {

@@ -102,7 +102,7 @@ void showPidMenu(App& app, FrmScope& s) {
 }  // namespace
 
 FrmScope* ScopeScreen(App& app) {
-    return static_cast<FrmScope*>(app.screenByName("frmScope"));
+    return dynamic_cast<FrmScope*>(app.screenByName("frmScope"));
 }
 
 Field* ScopeSourceField(FrmMain& m, int pid) {
@@ -203,8 +203,11 @@ void ChooseScopePid(App& app, int pid) {
 }
 
 void InstallScope(App& app) {
-    if (!ScopeScreen(app)) app.addScreen(std::make_unique<FrmScope>(app.loop()));
-    FrmScope& s = *ScopeScreen(app);
+    if (!app.screenByName("frmScope")) app.addScreen(std::make_unique<FrmScope>(app.loop()));
+    // A screen of that name that is not the scope (a stand-in) is left as it is.
+    FrmScope* sp = ScopeScreen(app);
+    if (!sp) return;
+    FrmScope& s = *sp;
     s.onLoad = [&app, &s] { openScope(app, s); };
     s.onActivate = [&app, &s] { activateScope(app, s); };
     s.onUnload = [&app, &s] { closeScope(app, s); };

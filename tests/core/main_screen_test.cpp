@@ -318,6 +318,7 @@ TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {
     for (const Needed& n : kNeeded) {
         Control& c = *m.findControl(n.control);
         EXPECT_EQ(ScreenNeededBy(*t, c), n.screen);
+        if (t->screenByName(n.screen)) continue;  // in the program by now
         EXPECT_FALSE(c.enabled()) << n.control;
         c.setEnabled(true);
         EXPECT_FALSE(c.enabled()) << n.control;
@@ -325,6 +326,7 @@ TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {
     for (int key = 1; key <= 15; ++key) {
         ToolButton& b = m.button(key);
         if (b.key() == "Connect" || b.key() == "Disconnect" || b.separator()) continue;
+        if (t->screenByName(ScreenNeededBy(*t, b))) continue;
         b.setEnabled(true);
         EXPECT_FALSE(b.enabled()) << b.key();
     }
