@@ -12,10 +12,10 @@
 #include "qt/display_windows.h"
 #include "qt/main_window.h"
 #include "qt/settings_window.h"
+#include "qt/sim_port_factory.h"
 #include "screens/frm_guage.h"
 #include "screens/frm_mult_guage.h"
 #include "screens/frm_scope.h"
-#include "qt/sim_port_factory.h"
 
 namespace ketrel {
 
