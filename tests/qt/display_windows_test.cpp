@@ -25,17 +25,26 @@ void RunFor(int ms) {
     WaitFor([&] { return t.elapsed() >= ms; }, ms + 1000);
 }
 
-// The program connected to the in-process simulated car behind the text converter, past the
-// idle, so the values move.
+// The program connected to the in-process simulated car behind the text converter: the
+// sample car with fuel pressure, idling for only a second, so the values move at once.
 struct ConnectedGui {
     ConnectedGui() {
-        g.settings.save(kAppName, kSection, "OBDIIHardware", kDorvane);
-        g.settings.save(kAppName, kSection, "ConnectPort", "1");
-        g.settings.save(kAppName, kSection, "Log File", "False");
-        SavePortDevicePath(g.settings, 1, "sim:");
+        const std::string data = std::string(KETREL_DATA_DIR) + "/sim/idle_then_drive.vehicle";
+        auto quick = test::EditedCopy(data, "idle-time  20", "idle-time  1", dir.path() / "q");
+        auto car = test::EditedCopy(quick.string(), "mode1      01 03 04 05 06 07 0B",
+                                    "mode1      01 03 04 05 06 07 0A 0B", dir.path() / "car");
+        for (auto [key, value] : {std::pair{"OBDIIHardware", kDorvane},
+                                  {"ConnectPort", "1"},
+                                  {"Log File", "False"},
+                                  {"Temp", "F"},
+                                  {"Pressure", "PSI"},
+                                  {"Speed", "MPH"}})
+            g.settings.save(kAppName, kSection, key, value);
+        SavePortDevicePath(g.settings, 1, "sim:" + car.string());
         g.startPastSplash();
         g.app().frmMain().mnuVehicleConnect.click();
     }
+    test::TempDir dir;
     GuiApp g;
 };
 
@@ -55,7 +64,7 @@ TEST(DisplayWindows, TheScopeTracesRpmAndBothGaugeScreensFollowTheCar) {
     EXPECT_EQ(scope->windowTitle(), "SCOPE GRAPH");
     s.mnuRPM.click();
     s.cmdIncrease.click();
-    RunFor(4000);
+    RunFor(5000);
     auto* lblScopePID = scope->findChild<QLabel*>("lblScopePID");
     ASSERT_NE(lblScopePID, nullptr);
     EXPECT_EQ(lblScopePID->text(), "RPM");
