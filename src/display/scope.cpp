@@ -155,7 +155,7 @@ void SAMPLER(App& app, int period) {
     s->SampleTimer.restart();
 }
 
-void ScopeSample(App& app) {
+void TakeScopeSample(App& app) {
     FrmScope* sp = ScopeScreen(app);
     if (!sp) return;
     FrmScope& s = *sp;
@@ -211,7 +211,7 @@ void InstallScope(App& app) {
     s.onLoad = [&app, &s] { openScope(app, s); };
     s.onActivate = [&app, &s] { activateScope(app, s); };
     s.onUnload = [&app, &s] { closeScope(app, s); };
-    s.SampleTimer.setHandler([&app] { ScopeSample(app); });
+    s.SampleTimer.setHandler([&app] { TakeScopeSample(app); });
     s.lblValue.onChange = [&s] { valueChanged(s); };
     s.cmdIncrease.onClick = [&app, &s] { changeSpeed(app, s, +1); };
     s.cmdDecrease.onClick = [&app, &s] { changeSpeed(app, s, -1); };

@@ -20,7 +20,7 @@ void SAMPLER(App& app, int period);
 
 // One sample: reads the value of the chosen PID, scrolls the picture and draws the segment
 // from the last sample to this one.
-void ScopeSample(App& app);
+void TakeScopeSample(App& app);
 
 // Reads the picture's size and draws the grid of ten red lines on a cleared picture.
 void PrepareScopePicture(FrmScope& s);
