@@ -1,13 +1,16 @@
 #include "qt/picture_view.h"
 
 #include <QPainter>
-#include <QPainterPath>
+#include <QTimer>
 
 #include "qt/binders.h"
 
 namespace ketrel {
 
 namespace {
+
+// The shortest time between two repaints of a picture, in ms.
+constexpr int kFrameMs = 20;
 
 QColor rgb(std::int64_t c) {
     return QColor(int((c >> 16) & 0xFF), int((c >> 8) & 0xFF), int(c & 0xFF));
@@ -22,10 +25,19 @@ PictureView::PictureView(PictureBox& picture, std::vector<LineShape*> overlays, 
     Follow(this, picture_, [this] {
         setFixedSize(picture_.width(), picture_.height());
         setVisible(picture_.visible());
-        update();
+        scheduleRepaint();
     });
     for (LineShape* l : overlays_)
-        Follow(this, *l, [this] { update(); });
+        Follow(this, *l, [this] { scheduleRepaint(); });
+}
+
+void PictureView::scheduleRepaint() {
+    if (repaintPending_) return;
+    repaintPending_ = true;
+    QTimer::singleShot(kFrameMs, this, [this] {
+        repaintPending_ = false;
+        update();
+    });
 }
 
 void PictureView::paintEvent(QPaintEvent*) {

@@ -16,8 +16,11 @@ class PictureView : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    // Repaints at most once a frame, however often the logic draws in between.
+    void scheduleRepaint();
     PictureBox& picture_;
     std::vector<LineShape*> overlays_;
+    bool repaintPending_ = false;
 };
 
 // Paints a bar whose width, colour and fill follow a shape of the logic.
