@@ -11,6 +11,8 @@
 #include "core/settings_screen.h"
 #include "core/startup.h"
 #include "display/displays.h"
+#include "display/gauges.h"
+#include "display/scope.h"
 #include "link/auto_detect.h"
 #include "recording/recorded_log.h"
 #include "recording/recorder.h"
@@ -47,6 +49,8 @@ void InstallApplication(App& app) {
     InstallRecorder(app);
     InstallSession(app);
     InstallDisplays(app);
+    InstallScope(app);
+    InstallGauges(app);
     InstallMainScreen(app);
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "core/scan_cycle.h"
-#include "core/text_convert.h"
+#include "platform/text_convert.h"
 #include "link/conn_log.h"
 #include "link/converters.h"
 #include "obd/monitor_status.h"

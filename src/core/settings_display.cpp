@@ -1,7 +1,7 @@
 #include <cstdio>
 
 #include "core/settings_screen.h"
-#include "core/text_convert.h"
+#include "platform/text_convert.h"
 #include "state/app.h"
 
 namespace ketrel {

@@ -9,7 +9,7 @@
 #include <memory>
 #include <system_error>
 
-#include "core/text_convert.h"
+#include "platform/text_convert.h"
 #include "state/app.h"
 
 namespace ketrel {

@@ -8,7 +8,7 @@
 #include "core/process_priority.h"
 #include "core/settings_screen.h"
 #include "core/shutdown.h"
-#include "core/text_convert.h"
+#include "platform/text_convert.h"
 #include "state/app.h"
 
 namespace ketrel {

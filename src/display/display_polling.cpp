@@ -1,47 +1,31 @@
 #include "display/display_polling.h"
 
-#include <cctype>
-#include <cstdlib>
-#include <string>
-
 #include "state/app.h"
 
 namespace ketrel {
 
-double TextValue(std::string_view text) {
-    std::size_t i = 0;
-    while (i < text.size() && text[i] == ' ')
-        ++i;
-    std::string number;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) number += text[i++];
-    bool point = false, digits = false;
-    for (; i < text.size(); ++i) {
-        const char c = text[i];
-        if (std::isdigit(static_cast<unsigned char>(c))) {
-            number += c;
-            digits = true;
-        } else if ((c == '.' || c == ',') && !point) {
-            number += '.';
-            point = true;
-        } else {
-            break;
-        }
+void NarrowPolling(App& app, SavedFlags& saved, std::initializer_list<int> pids) {
+    for (std::size_t i = 0; i < saved.size(); ++i) {
+        saved[i] = app.PidWanted[i];
+        app.PidWanted[i] = false;
     }
-    return digits ? std::strtod(number.c_str(), nullptr) : 0.0;
+    for (int pid : pids)
+        app.PidWanted[std::size_t(pid)] = true;
+}
+
+void RestorePolling(App& app, const SavedFlags& saved, bool pumpEach) {
+    for (std::size_t i = 0; i < saved.size(); ++i) {
+        app.PidWanted[i] = saved[i];
+        if (pumpEach) app.loop().pump();
+    }
 }
 
 void SavePolling(App& app) {
-    for (std::size_t i = 0; i < app.SavedPidWanted.size(); ++i) {
-        app.SavedPidWanted[i] = app.PidWanted[i];
-        app.PidWanted[i] = false;
-    }
+    NarrowPolling(app, app.SavedPidWanted, {});
 }
 
 void RestorePolling(App& app) {
-    for (std::size_t i = 0; i < app.SavedPidWanted.size(); ++i) {
-        app.PidWanted[i] = app.SavedPidWanted[i];
-        app.loop().pump();
-    }
+    RestorePolling(app, app.SavedPidWanted, true);
 }
 
 void SettleWait(App& app, double seconds) {

@@ -72,9 +72,9 @@ void closeScreen(App& app, FrmMPG& s) {
 }  // namespace
 
 std::string InstantMpg(const MpgInputs& in) {
-    const double speed = TextValue(in.speed), maf = TextValue(in.maf);
+    const double speed = Val(in.speed), maf = Val(in.maf);
     if (!(speed > 0) || !(maf > 0)) return "-";
-    const double t1 = TextValue(in.ltb1) / 100, t2 = TextValue(in.ltb2) / 100;
+    const double t1 = Val(in.ltb1) / 100, t2 = Val(in.ltb2) / 100;
     double fuel = maf * kSecondsPerHour / kGramsPerKilogram / kStoichiometric;  // kg (as L) / h
     if (in.mph) fuel *= kLitresToGallons;
     const double f1 = 1 + t1;
@@ -110,7 +110,7 @@ void MpgAverage(App& app) {
         return;
     double sum = 0;
     for (const auto& row : rows) {
-        sum += TextValue(row.empty() ? "" : row[0]);
+        sum += Val(row.empty() ? "" : row[0]);
         app.loop().pump();
         if (app.AppClosing) return;
     }

@@ -109,7 +109,7 @@ const char* LargeDisplaySource(const std::string& displayName) {
 
 std::optional<int> LargeBarValue(const std::string& displayName, const std::string& text,
                                  const std::string& temp, const std::string& speed, int barMax) {
-    const double v = TextValue(text);
+    const double v = Val(text);
     const bool na = text == "N/A";
     auto upTo = [&](double limit, double shown) -> int {
         return v > limit ? barMax : int(std::lround(shown));

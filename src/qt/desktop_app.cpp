@@ -10,6 +10,7 @@
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
 #include "qt/display_windows.h"
+#include "qt/graph_windows.h"
 #include "qt/main_window.h"
 #include "qt/mode5_windows.h"
 #include "qt/mode6_window.h"
@@ -18,9 +19,12 @@
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
 #include "recording/recorded_log.h"
+#include "screens/frm_guage.h"
 #include "screens/frm_input_record_name.h"
+#include "screens/frm_mult_guage.h"
 #include "screens/frm_recorded_log.h"
 #include "screens/frm_recorder.h"
+#include "screens/frm_scope.h"
 #include "sweeps/mode5_manuf.h"
 #include "sweeps/mode5_tests.h"
 #include "sweeps/mode6_sweep.h"
@@ -69,6 +73,13 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmMode6* mode6 = Mode6Screen(*app_))
         windows_->registerView("frmMode6", [mode6](Screen&) { return MakeMode6Window(*mode6); });
     RegisterDisplayViews(*windows_, *app_);
+    windows_->registerView("frmScope",
+                           [](Screen& s) { return MakeScopeWindow(static_cast<FrmScope&>(s)); });
+    windows_->registerView("frmGuage",
+                           [](Screen& s) { return MakeGuageWindow(static_cast<FrmGuage&>(s)); });
+    windows_->registerView("frmMultGuage", [](Screen& s) {
+        return MakeMultGuageWindow(static_cast<FrmMultGuage&>(s));
+    });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

@@ -29,7 +29,10 @@ enum class ControlKind {
     Panel,
     Slider,
     Tabs,
-    ProgressBar
+    ProgressBar,
+    Picture,
+    Line,
+    Shape
 };
 
 // The common part of every named control on a screen: name, index in its set, enabled,

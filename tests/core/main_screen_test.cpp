@@ -306,8 +306,9 @@ struct Needed {
     const char* screen;
 };
 const Needed kNeeded[] = {
-    {"mnuFilePrintFF", "frmPrintFF"},   {"mnuViewScope", "frmScope"},
-    {"mnuViewCodes", "frmTroubleCode"}, {"mnuViewTerms", "frmTerms"},
+    {"mnuFilePrintFF", "frmPrintFF"},
+    {"mnuViewCodes", "frmTroubleCode"},
+    {"mnuViewTerms", "frmTerms"},
     {"mnuHelpAbout", "frmAbout"},
 };
 
@@ -317,6 +318,7 @@ TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {
     for (const Needed& n : kNeeded) {
         Control& c = *m.findControl(n.control);
         EXPECT_EQ(ScreenNeededBy(*t, c), n.screen);
+        if (t->screenByName(n.screen)) continue;  // in the program by now
         EXPECT_FALSE(c.enabled()) << n.control;
         c.setEnabled(true);
         EXPECT_FALSE(c.enabled()) << n.control;

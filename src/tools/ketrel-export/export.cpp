@@ -7,7 +7,7 @@
 #include <functional>
 #include <utility>
 
-#include "core/text_convert.h"
+#include "platform/text_convert.h"
 #include "export_session.h"
 #include "link/converters.h"
 #include "link/port_number.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/text_convert.h"
+#include "platform/text_convert.h"
 
 namespace ketrel {
 namespace {

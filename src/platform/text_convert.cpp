@@ -1,4 +1,4 @@
-#include "core/text_convert.h"
+#include "platform/text_convert.h"
 
 #include "platform/text_compare.h"
 
