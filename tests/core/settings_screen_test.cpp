@@ -228,30 +228,25 @@ TEST(SettingsScreen, ApplyButtonsSaveTheirKeysInOrder) {
     s.KWP3.click();
     s.BR2.click();
     s.cmdApplyKWP.click();
+    // The connecting-log switch saves at once; the second-frame switch is never saved.
+    s.chConLog.click();
+    s.ck2ndConnect.click();
+    EXPECT_TRUE(t->SecondFrameConnect);
+    s.ck2ndConnect.click();
+    EXPECT_FALSE(t->SecondFrameConnect);
     EXPECT_EQ(t.settings.saveLog(),
-              (std::vector<std::string>{"Settings/Temp=C", "Settings/Speed=KPH",
-                                        "Settings/Pressure=kPa", "Settings/SaveInfo=False",
-                                        "Settings/MilAlert=True", "Settings/DisplaySet=True",
-                                        "Settings/KESH Start=3", "Settings/BR3 Start=2"}));
+              (std::vector<std::string>{
+                  "Settings/Temp=C", "Settings/Speed=KPH", "Settings/Pressure=kPa",
+                  "Settings/SaveInfo=False", "Settings/MilAlert=True", "Settings/DisplaySet=True",
+                  "Settings/KESH Start=3", "Settings/BR3 Start=2", "Settings/Log File=False"}));
+    EXPECT_FALSE(t->ConnectLogEnabled);
+    for (Field* apply : {&s.cmdApplyUnits, &s.cmdApplyDevice, &s.cmdApplyOther, &s.cmdApplyKWP})
+        EXPECT_FALSE(apply->enabled());
     EXPECT_EQ(t->Temp, "C");
     EXPECT_EQ(t->KeshStart, 3);
     EXPECT_EQ(t->BR3Start, 2);
     EXPECT_TRUE(t->DisplaySet);
     EXPECT_FALSE(t->SaveInfo);
-}
-
-TEST(SettingsScreen, ConnectingLogSwitchSavesAtOnceAndSecondFrameIsNeverSaved) {
-    SettingsOpen t;
-    FrmSettings& s = t.s();
-    s.chConLog.click();
-    EXPECT_FALSE(t->ConnectLogEnabled);
-    s.ck2ndConnect.click();
-    EXPECT_TRUE(t->SecondFrameConnect);
-    s.ck2ndConnect.click();
-    EXPECT_FALSE(t->SecondFrameConnect);
-    EXPECT_EQ(t.settings.saveLog(), std::vector<std::string>{"Settings/Log File=False"});
-    for (Field* apply : {&s.cmdApplyUnits, &s.cmdApplyDevice, &s.cmdApplyOther, &s.cmdApplyKWP})
-        EXPECT_FALSE(apply->enabled());
 }
 
 TEST(SettingsScreen, ConnectingLogPageShowsViewsAndClearsTheLog) {

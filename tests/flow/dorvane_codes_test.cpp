@@ -58,6 +58,10 @@ TEST(DorvaneCodes, StoredPendingAndFreezeCodesFillTheGridsWithTheirTexts) {
     EXPECT_NE(m.lblFFRPM.text(), "");
     EXPECT_NE(m.lblFFRPM.text(), "N/A");
     EXPECT_FALSE(r.app().RequestFFData);
+    // Disconnecting closes the alert.
+    ASSERT_TRUE(r.app().frmAlertMIL().visible());
+    m.mnuVehicleDisconnect.click();
+    EXPECT_FALSE(r.app().frmAlertMIL().loaded());
 }
 
 TEST(DorvaneCodes, ClearingWithYesWipesEveryCodeFieldAndTheVehicleForgetsItsCodes) {
@@ -65,7 +69,13 @@ TEST(DorvaneCodes, ClearingWithYesWipesEveryCodeFieldAndTheVehicleForgetsItsCode
     FrmMain& m = r.m();
     m.mnuVehicleRequestTC.click();
     m.mnuVehicleRequestFF.click();
+    r.t.dialogs.answerNext(MsgAnswer::No);  // No asks nothing of the vehicle
+    m.cmdClearCodes.click();
+    EXPECT_FALSE(r.app().RequestClearCodes);
+    EXPECT_FALSE(m.ClearCodeTimer.enabled());
     r.run(9000);  // unsupported sweep positions each wait for the converter's idle sync
+    for (const std::string& c : r.commands())
+        ASSERT_NE(c, "040004");
     ASSERT_GT(m.lstCodes.count(), 0);
     ASSERT_NE(m.lblFFRPM.text(), "N/A");
     r.t.dialogs.answerNext(MsgAnswer::Yes);
@@ -80,22 +90,11 @@ TEST(DorvaneCodes, ClearingWithYesWipesEveryCodeFieldAndTheVehicleForgetsItsCode
     EXPECT_EQ(m.gridTroubleCode.text(0, 1), "DTC");
     EXPECT_EQ(m.lblFFRPM.text(), "N/A");  // every freeze-frame field: see the ClearReply table
     EXPECT_FALSE(m.ClearCodeTimer.enabled());
-    EXPECT_EQ(r.t.dialogs.shown().size(), 1u);  // no failure message
+    EXPECT_EQ(r.t.dialogs.shown().size(), 2u);  // the two questions, no failure message
     // Asked again, the vehicle has nothing stored.
     m.mnuVehicleRequestTC.click();
     r.run(1500);
     EXPECT_TRUE(m.lstCodes.count() == 0 || m.lstCodes.item(0) == "P0000");
-}
-
-TEST(DorvaneCodes, NoMeansNoClearRequest) {
-    CodesRig r;
-    r.t.dialogs.answerNext(MsgAnswer::No);
-    r.m().cmdClearCodes.click();
-    EXPECT_FALSE(r.app().RequestClearCodes);
-    EXPECT_FALSE(r.m().ClearCodeTimer.enabled());
-    r.run(2000);
-    for (const std::string& c : r.commands())
-        EXPECT_NE(c, "040004");
 }
 
 TEST(DorvaneCodes, ALateClearAnswerStillWipesAfterTheFailureMessage) {
@@ -140,15 +139,6 @@ TEST(DorvaneCodes, ATabChangeAwayFromTheCodesTabWipesTheCodeData) {
     r.app().PlayFormOpen = true;
     m.SSTab1.setTab(0);
     EXPECT_GT(m.lstCodes.count(), 0);
-}
-
-TEST(DorvaneCodes, DisconnectClosesTheAlert) {
-    CodesRig r;
-    r.m().mnuVehicleRequestTC.click();
-    r.run(1500);
-    ASSERT_TRUE(r.app().frmAlertMIL().visible());
-    r.m().mnuVehicleDisconnect.click();
-    EXPECT_FALSE(r.app().frmAlertMIL().loaded());
 }
 
 }  // namespace

@@ -39,6 +39,39 @@ TEST(DorvaneSession, AFullConnectReadsBothListsComesUpAndAsksForPid1CAndFirmware
     EXPECT_EQ(firmware, pid1c + 1);  // PID 1C first, then the firmware, then the poll
     EXPECT_EQ(app.ConverterVersion, "1.23");
     EXPECT_TRUE(r.t.dialogs.shown().empty());
+    // The connecting log holds the whole connect, in order.
+    std::string log = r.log();
+    const char* expected[] = {
+        "************************START OF CONNECTING************************",
+        "SOFTWARE VERSION:  0.77",
+        "REQUEST DELAY:  180",
+        ")     TYPE INTERFACE USED:  DORVANE PROTOCOL CONVERTER",
+        ")     TIMEOUT SET TO 15 SECONDS",
+        ")     SET PORT:  1",
+        ")     SET BAUD RATE:  19200",
+        ")     OPEN PORT",
+        ")     TIMEOUT ENABLED",
+        ")     RECEIVED EVENT ON",
+        ")     SYNC DETECTED",
+        ")     SENDING:  010009",
+        ")     RECEIVED ALL DATA:  ",
+        ")     LOOKUP DATA IN PROCESS:",
+        ")     V DETECTED",
+        ")     SENDING:  02000A",
+        ")     REQUESTING FIRMWARE VERSION",
+        "\"************************END OF CONNECTING************************\"\r\n"};
+    std::size_t at = 0;
+    for (const char* line : expected) {
+        std::size_t found = log.find(line, at);
+        ASSERT_NE(found, std::string::npos) << "missing in order: " << line;
+        at = found;
+    }
+    EXPECT_EQ(log.substr(0, 9), "\"\r\n\r\n\r\n\r\n");
+    // This converter has no vehicle-information request.
+    app.frmMain().cmdRequestInfo.click();
+    r.run(2000);
+    for (const std::string& c : r.commands())
+        EXPECT_NE(c.substr(0, 2), "09") << c;
 }
 
 TEST(DorvaneSession, AVehicleWithoutAFreezeFrameListConnectsAfterFifteenSeconds) {
@@ -172,20 +205,29 @@ TEST(DorvaneSession, APStatusSaysReconnectingAndFramesBringBackConnected) {
     EXPECT_TRUE(r.t.dialogs.shown().empty());
 }
 
-TEST(DorvaneSession, TheWatchdogEndsASilentSessionWithItsMessage) {
-    DorvaneRig r;
-    r.connect();
-    r.run(2000);
-    r.converter.setSilent(true);
-    r.run(9000);
-    EXPECT_TRUE(r.app().Connected);
-    r.run(2000);
-    EXPECT_FALSE(r.app().Connected);
-    ASSERT_EQ(r.t.dialogs.shown().size(), 1u);
-    EXPECT_EQ(r.t.dialogs.shown()[0].title, "Communication Not Found");
-    EXPECT_EQ(r.t.dialogs.shown()[0].text,
-              "Unable To Establish Communication.  Please Check Your Connection Then Retry Again.");
-    EXPECT_FALSE(r.app().frmMain().MSComm->portOpen());
+TEST(DorvaneSession, TheWatchdogEndsASessionThatHearsNothingWithItsMessage) {
+    for (bool silentConverter : {true, false}) {
+        SCOPED_TRACE(silentConverter ? "silent converter" : "no PID wanted: the builder spins");
+        DorvaneRig r;
+        r.connect();
+        r.run(2000);
+        if (silentConverter) r.converter.setSilent(true);
+        for (auto& w : r.app().PidWanted)
+            w = w && silentConverter;
+        r.t.loop.setLimitMs(r.t.loop.nowMs() + 60000);  // a search that never returns throws
+        r.run(9000);
+        if (silentConverter) {
+            EXPECT_TRUE(r.app().Connected);  // 10 s from the last frame
+        }
+        r.run(2000);
+        EXPECT_FALSE(r.app().Connected);
+        ASSERT_EQ(r.t.dialogs.shown().size(), 1u);
+        EXPECT_EQ(r.t.dialogs.shown()[0].title, "Communication Not Found");
+        EXPECT_EQ(r.t.dialogs.shown()[0].text,
+                  "Unable To Establish Communication.  Please Check "
+                  "Your Connection Then Retry Again.");
+        EXPECT_FALSE(r.app().frmMain().MSComm->portOpen());
+    }
 }
 
 TEST(DorvaneSession, EndSessionTwiceIsHarmlessAndLeavesEverythingIdle) {
@@ -207,16 +249,6 @@ TEST(DorvaneSession, EndSessionTwiceIsHarmlessAndLeavesEverythingIdle) {
     r.run(3000);
     EXPECT_EQ(r.commands().size(), sent);  // no requests after the end
     EXPECT_TRUE(r.t.dialogs.shown().empty());
-}
-
-TEST(DorvaneSession, RequestInfoSendsNothingWithThisConverter) {
-    DorvaneRig r;
-    r.connect();
-    r.run(1000);
-    r.app().frmMain().cmdRequestInfo.click();
-    r.run(2000);
-    for (const std::string& c : r.commands())
-        EXPECT_NE(c.substr(0, 2), "09") << c;
 }
 
 TEST(DorvaneSession, WithNoWantedPidTheBuilderSpinsUntilAFlagTurnsItOut) {
@@ -241,51 +273,6 @@ TEST(DorvaneSession, WithNoWantedPidTheBuilderSpinsUntilAFlagTurnsItOut) {
     ASSERT_GT(r.commands().size(), atRaise);
     EXPECT_EQ(r.commands()[atRaise], "010D06");
     EXPECT_TRUE(app.Connected);
-}
-
-TEST(DorvaneSession, ASpinningSearchGivesUpWhenTheWatchdogEndsTheSession) {
-    DorvaneRig r;
-    r.connect();
-    r.run(1000);
-    for (auto& w : r.app().PidWanted)
-        w = false;
-    r.t.loop.setLimitMs(r.t.loop.nowMs() + 60000);
-    r.run(15000);  // would throw if the search never returned
-    EXPECT_FALSE(r.app().Connected);
-    ASSERT_EQ(r.t.dialogs.shown().size(), 1u);
-    EXPECT_EQ(r.t.dialogs.shown()[0].title, "Communication Not Found");
-}
-
-TEST(DorvaneSession, TheConnectingLogOfAWholeConnect) {
-    DorvaneRig r;
-    r.connect();
-    std::string log = r.log();
-    const char* expected[] = {
-        "************************START OF CONNECTING************************",
-        "SOFTWARE VERSION:  0.77",
-        "REQUEST DELAY:  180",
-        ")     TYPE INTERFACE USED:  DORVANE PROTOCOL CONVERTER",
-        ")     TIMEOUT SET TO 15 SECONDS",
-        ")     SET PORT:  1",
-        ")     SET BAUD RATE:  19200",
-        ")     OPEN PORT",
-        ")     TIMEOUT ENABLED",
-        ")     RECEIVED EVENT ON",
-        ")     SYNC DETECTED",
-        ")     SENDING:  010009",
-        ")     RECEIVED ALL DATA:  ",
-        ")     LOOKUP DATA IN PROCESS:",
-        ")     V DETECTED",
-        ")     SENDING:  02000A",
-        ")     REQUESTING FIRMWARE VERSION",
-        "\"************************END OF CONNECTING************************\"\r\n"};
-    std::size_t at = 0;
-    for (const char* line : expected) {
-        std::size_t found = log.find(line, at);
-        ASSERT_NE(found, std::string::npos) << "missing in order: " << line;
-        at = found;
-    }
-    EXPECT_EQ(log.substr(0, 9), "\"\r\n\r\n\r\n\r\n");
 }
 
 }  // namespace

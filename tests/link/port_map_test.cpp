@@ -40,7 +40,7 @@ TEST(PortMap, DevicesAreNumberedUsbFirstThenByPathWithNumbersAsNumbers) {
     }
 }
 
-TEST(PortMap, APortNumberLeadsToTheStoredPathElseToTheDevicePresent) {
+TEST(PortMap, APortNumberLeadsToTheStoredPathElseToTheDevicePresentElseNowhere) {
     MemorySettingsStore settings;
     FixedSerialDeviceLister lister({{"/dev/ttyS0", "16550A", false},
                                     {"/dev/ttyUSB1", "USB-Serial", true},
@@ -62,23 +62,18 @@ TEST(PortMap, APortNumberLeadsToTheStoredPathElseToTheDevicePresent) {
         EXPECT_EQ(PortDevicePath(settings, lister, c.number), c.expected) << c.number;
     }
     EXPECT_EQ(settings.get("Ketrel", "Ports", "2"), "/tmp/ketrel-sim");
+    // Where a path is required, a number leading nowhere is an invalid port.
+    EXPECT_EQ(RequirePortDevicePath(settings, lister, 2), "/tmp/ketrel-sim");
+    try {
+        RequirePortDevicePath(settings, lister, 4);
+        ADD_FAILURE() << "no device, yet a path";
+    } catch (const SerialError& e) {
+        EXPECT_EQ(e.code(), kErrInvalidPort);
+    }
 
     // Clearing the entry gives the number back to the devices present.
     SavePortDevicePath(settings, 2, "");
     EXPECT_EQ(PortDevicePath(settings, lister, 2), "/dev/ttyUSB1");
-}
-
-TEST(PortMap, ANumberThatLeadsNowhereIsAnInvalidPort) {
-    MemorySettingsStore settings;
-    FixedSerialDeviceLister lister;
-    try {
-        RequirePortDevicePath(settings, lister, 1);
-        FAIL() << "no device, yet a path";
-    } catch (const SerialError& e) {
-        EXPECT_EQ(e.code(), kErrInvalidPort);
-    }
-    SavePortDevicePath(settings, 1, "/dev/ttyUSB7");
-    EXPECT_EQ(RequirePortDevicePath(settings, lister, 1), "/dev/ttyUSB7");
 }
 
 TEST(PortMap, TheChoicesListShowsEveryNumberThatLeadsSomewhere) {

@@ -13,7 +13,13 @@ using test::E;
 TEST(PidCatalogue, TheBitmapNamesPidsTopBitFirstAndMissingBytesReadNA) {
     test::TestApp t;
     FrmMain& m = t->frmMain();
+    m.msM1Grid.setCellBackColor(1, 2, kLightGreen);  // a reset forgets the last session
+    m.msM1Grid.setText(4, 5, "YES");
     ResetSupportGrids(*t);
+    EXPECT_EQ(m.msM1Grid.text(4, 5), "N/A");
+    EXPECT_EQ(m.msM1Grid.cellBackColor(1, 2), kDefaultColor);
+    EXPECT_EQ(m.msM3Grid.text(16, 3), "40");  // each grid its own range and texts
+    EXPECT_EQ(m.msM4Grid.text(6, 1), "AMBIENT AIR TEMPERTURE");
     t->Mode1Supported[20] = t->PidWanted[20] = true;
     test::SetReply(*t, "01", 0x00, {0xBE, 0x01, E, E});
     DecodeSupportPID00(*t);
@@ -136,40 +142,6 @@ TEST(PidCatalogue, ExtendedBitmapsCountAndOnlyInMode01) {
     DecodeSupportPID20(*t);
     EXPECT_FALSE(t->Mode1Supported[0x22]);
     EXPECT_EQ(t->ExtendedPIDCount, 3);
-}
-
-TEST(PidCatalogue, ResetGivesEveryGridItsPidsDescriptionsAndLayout) {
-    test::TestApp t;
-    FrmMain& m = t->frmMain();
-    m.msM1Grid.setCellBackColor(3, 2, kLightGreen);
-    ResetSupportGrids(*t);
-    struct Case {
-        Grid* grid;
-        const char *first, *last, *row1;
-    } cases[] = {{&m.msM1Grid, "01", "20", "TROUBLE CODES/TESTING"},
-                 {&m.msM2Grid, "01", "20", "TROUBLE CODES/TESTING"},
-                 {&m.msM3Grid, "21", "40", "DISTANCE TRAVELED MIL ON"},
-                 {&m.msM4Grid, "41", "60", "MONITOR STATUS DRIVING CYCLE"}};
-    const int widths[] = {750, 4300, 1500, 750, 4000, 1500};
-    for (const Case& c : cases) {
-        Grid& g = *c.grid;
-        EXPECT_EQ(g.rows(), 17);
-        EXPECT_EQ(g.text(0, 3), "PID");
-        EXPECT_EQ(g.text(0, 5), "SUPPORTED");
-        EXPECT_EQ(g.text(1, 0), c.first);
-        EXPECT_EQ(g.text(16, 3), c.last);
-        EXPECT_EQ(g.text(1, 1), c.row1);
-        EXPECT_EQ(g.text(16, 4), "PID SUPPORTED");
-        for (int col = 0; col < 6; ++col) {
-            EXPECT_EQ(g.colWidth(col), widths[col]);
-            EXPECT_EQ(g.colAlign(col) == Align::Center, col != 1 && col != 4) << col;
-        }
-        for (int r = 1; r <= 16; ++r)
-            EXPECT_TRUE(g.text(r, 2) == "N/A" && g.text(r, 5) == "N/A") << r;
-    }
-    EXPECT_EQ(m.msM1Grid.cellBackColor(3, 2), kDefaultColor);
-    EXPECT_EQ(m.msM1Grid.text(10, 3), "1A");
-    EXPECT_EQ(m.msM4Grid.text(6, 1), "AMBIENT AIR TEMPERTURE");
 }
 
 }  // namespace

@@ -193,13 +193,14 @@ TEST(MainScreenView, FunctionKeysTriggerTheirVehicleEntries) {
         {Qt::Key_F4, "mnuVehicleRequestTC", &App::RequestTroubleCodes},
         {Qt::Key_F5, "mnuVehicleRequestPending", &App::RequestPendingCodes},
     };
+    GuiApp g;
+    g.startPastSplash();
+    QMainWindow* w = mainWindow(g);
+    w->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(w));
     for (const Case& c : cases) {
         for (bool enabled : {false, true}) {
-            GuiApp g;
-            g.startPastSplash();
-            QMainWindow* w = mainWindow(g);
-            w->activateWindow();
-            ASSERT_TRUE(QTest::qWaitForWindowActive(w));
+            g.app().*c.flag = false;
             g.app().frmMain().findControl(c.entry)->setEnabled(enabled);
             QTest::keyClick(w, c.key);
             EXPECT_EQ(g.app().*c.flag, enabled) << c.entry << " enabled " << enabled;

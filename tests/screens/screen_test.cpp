@@ -20,7 +20,7 @@ TEST(Field, ChangeHandlerRunsOnlyWhenTheTextChanges) {
     EXPECT_EQ(notes, 2);
 }
 
-TEST(Screen, UnloadReturnsControlsToTheirDesignAndRunsHandlersInOrder) {
+TEST(Screen, UnloadMayBeRefusedElseReturnsControlsToTheirDesignAndRunsHandlers) {
     VirtualEventLoop loop;
     FrmMain main(loop);
     std::string seen;
@@ -31,6 +31,12 @@ TEST(Screen, UnloadReturnsControlsToTheirDesignAndRunsHandlersInOrder) {
     main.cmdRequestTC.setEnabled(false);
     main.GridData.setText(1, 1, "x");
     main.TimeOutConnect.start();
+    bool refuse = true;  // a query-unload handler may refuse
+    main.onQueryUnload = [&](bool& cancel) { cancel = refuse; };
+    EXPECT_FALSE(main.unload());
+    EXPECT_TRUE(main.loaded() && main.visible());
+    EXPECT_EQ(main.lblRPM.text(), "800");
+    refuse = false;
     EXPECT_TRUE(main.unload());
     EXPECT_EQ(seen, "LU");
     EXPECT_EQ(main.lblRPM.text(), "");
@@ -39,16 +45,6 @@ TEST(Screen, UnloadReturnsControlsToTheirDesignAndRunsHandlersInOrder) {
     EXPECT_EQ(main.GridData.text(1, 1), "");
     EXPECT_FALSE(main.TimeOutConnect.enabled());
     EXPECT_FALSE(main.loaded());
-}
-
-TEST(Screen, QueryUnloadMayRefuse) {
-    VirtualEventLoop loop;
-    FrmMain main(loop);
-    main.show();
-    main.onQueryUnload = [](bool& cancel) { cancel = true; };
-    EXPECT_FALSE(main.unload());
-    EXPECT_TRUE(main.loaded());
-    EXPECT_TRUE(main.visible());
 }
 
 TEST(Screen, ModalShowWaitsWhileTimersRunUntilTheScreenGoesAway) {

@@ -4,7 +4,6 @@
 
 #include "platform/virtual_event_loop.h"
 #include "sim/sim_serial_port.h"
-#include "support/test_app.h"
 
 namespace ketrel::sim {
 namespace {
@@ -222,25 +221,6 @@ TEST(DorvaneConverter, OpeningThePortAgainRestartsIt) {
     r.loop.runUntil([&] { return !r.chunks.empty(); }, 1000);
     ASSERT_EQ(r.chunks, std::vector<std::string>{"S"});
     EXPECT_NEAR(r.times[0] - opened, 200.5, 0.1);
-}
-
-TEST(DorvaneConverter, TheApplicationsPortsReachItThroughTheFactory) {
-    SimSerialPortFactory ports;
-    test::TestApp t(&ports);
-    SimVehicle vehicle = SimVehicle::Default();
-    DorvaneConverter converter(vehicle);
-    SimWire wire(t.loop.scheduler(), converter);
-    ports.plug(1, wire);
-    SerialPort& connecting = *t->frmConnecting().ConnectingMscomm;
-    std::string got;
-    connecting.setOnComm([&] { got += connecting.input(); });
-    connecting.setPortOpen(true);
-    ASSERT_TRUE(t.loop.runUntil([&] { return got == "S"; }, 1000));
-    // One converter, one open port: the scanning port must wait for the handover.
-    EXPECT_THROW(t->frmMain().MSComm->setPortOpen(true), SerialError);
-    connecting.output("900504");
-    ASSERT_TRUE(t.loop.runUntil([&] { return got == "SV1.23S"; }, 1000));
-    EXPECT_EQ(ports.port("ConnectingMscomm"), &connecting);
 }
 
 }  // namespace
