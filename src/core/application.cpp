@@ -5,6 +5,8 @@
 #include "core/data_tab.h"
 #include "core/session.h"
 
+#include "codes/terms_glossary.h"
+#include "codes/trouble_code_browser.h"
 #include "core/log_csv_export.h"
 #include "core/main_menus.h"
 #include "core/main_screen.h"
@@ -26,6 +28,8 @@ void InstallApplication(App& app) {
         app.addScreen(std::make_unique<FrmRecordedLog>(app.loop()));
     InstallRecordedLog(app);
     InstallLogCsvExport(app);
+    InstallTroubleCodeBrowser(app);
+    InstallTermsGlossary(app);
     app.hooks.Connect = [&app] { ConnectSession(app); };
     InstallDataTab(app);
     InstallStartup(app);

@@ -3,18 +3,23 @@
 #include <QCoreApplication>
 #include <QMainWindow>
 
+#include "codes/terms_glossary.h"
+#include "codes/trouble_code_browser.h"
 #include "core/application.h"
 #include "core/startup.h"
 #include "link/auto_detect.h"
 #include "platform/ini_settings_store.h"
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
+#include "qt/code_library_windows.h"
 #include "qt/main_window.h"
 #include "qt/recorded_log_window.h"
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
 #include "recording/recorded_log.h"
 #include "screens/frm_recorded_log.h"
+#include "screens/frm_terms.h"
+#include "screens/frm_trouble_code.h"
 
 namespace ketrel {
 
@@ -44,6 +49,11 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmRecordedLog* logs = RecordedLogScreen(*app_))
         windows_->registerView("frmRecordedLog",
                                [logs](Screen&) { return MakeRecordedLogWindow(*logs); });
+    if (FrmTroubleCode* codes = TroubleCodeScreen(*app_))
+        windows_->registerView("frmTroubleCode",
+                               [codes](Screen&) { return MakeTroubleCodeWindow(*codes); });
+    if (FrmTerms* terms = TermsScreen(*app_))
+        windows_->registerView("frmTerms", [terms](Screen&) { return MakeTermsWindow(*terms); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {
