@@ -63,8 +63,11 @@ int LoadTerms(App& app) {
 }
 
 void InstallTermsGlossary(App& app) {
-    if (!TermsScreen(app)) app.addScreen(std::make_unique<FrmTerms>(app.loop()));
-    FrmTerms& s = *TermsScreen(app);
+    if (!app.screenByName("frmTerms")) app.addScreen(std::make_unique<FrmTerms>(app.loop()));
+    // A screen of that name that is not this one (a stand-in) is left alone.
+    FrmTerms* screen = TermsScreen(app);
+    if (!screen) return;
+    FrmTerms& s = *screen;
     auto mainHeld = std::make_shared<bool>(false);
     s.onLoad = [&app, mainHeld] {
         app.unloadScreens({"frmRealDisplay"});

@@ -100,9 +100,12 @@ FrmTroubleCode* TroubleCodeScreen(App& app) {
 }
 
 void InstallTroubleCodeBrowser(App& app) {
-    if (!TroubleCodeScreen(app))
+    if (!app.screenByName("frmTroubleCode"))
         app.addScreen(std::make_unique<FrmTroubleCode>(app.loop(), TroubleCodeOptions()));
-    FrmTroubleCode& s = *TroubleCodeScreen(app);
+    // A screen of that name that is not this one (a stand-in) is left alone.
+    FrmTroubleCode* screen = TroubleCodeScreen(app);
+    if (!screen) return;
+    FrmTroubleCode& s = *screen;
     auto mainHeld = std::make_shared<bool>(false);
     s.onLoad = [&app, &s, mainHeld] { opened(app, s, *mainHeld); };
     s.onUnload = [&app, mainHeld] {

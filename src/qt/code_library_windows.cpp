@@ -132,7 +132,7 @@ QWidget* MakeTroubleCodeWindow(FrmTroubleCode& s) {
 QWidget* MakeTermsWindow(FrmTerms& s) {
     auto* w = new QWidget;
     w->setObjectName("frmTerms");
-    w->resize(860, 560);
+    w->resize(1040, 560);
     auto* v = new QVBoxLayout(w);
     v->setContentsMargins(8, 4, 8, 8);
     addMenus(v, s.mnuFile, s.mnuFileExit);

@@ -307,8 +307,7 @@ struct Needed {
 };
 const Needed kNeeded[] = {
     {"mnuFilePrintFF", "frmPrintFF"},     {"mnuEditRecord", "frmRecorder"},
-    {"mnuViewScope", "frmScope"},         {"mnuViewCodes", "frmTroubleCode"},
-    {"mnuViewTerms", "frmTerms"},         {"mnuOptionList", "frmCustomData"},
+    {"mnuViewScope", "frmScope"},         {"mnuOptionList", "frmCustomData"},
     {"mnuViewCoolant", "frmRealDisplay"}, {"mnuHelpAbout", "frmAbout"},
 };
 
@@ -324,7 +323,9 @@ TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {
     }
     for (int key = 1; key <= 15; ++key) {
         ToolButton& b = m.button(key);
-        if (b.key() == "Connect" || b.key() == "Disconnect" || b.separator()) continue;
+        // The code library is in the program, so its button works.
+        if (b.key() == "Connect" || b.key() == "Disconnect" || b.key() == "DTC" || b.separator())
+            continue;
         b.setEnabled(true);
         EXPECT_FALSE(b.enabled()) << b.key();
     }

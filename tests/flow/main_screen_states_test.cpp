@@ -130,14 +130,14 @@ TEST(MainScreenStates, FollowTheSessionFromStartToDisconnect) {
                      {"mnuHelpHistory", {1, 1, 1, 1}},
                      {"mnuOptionData", {1, 1, 1, 1}},
                      {"mnuFileOpen", {1, 0, 0, 1}},
+                     {"mnuViewCodes", {1, 1, 1, 1}},
+                     {"DTC", {1, 1, 1, 1}},
                      // Their screens are not in this build: off whatever the session says.
                      {"mnuEditRecord", {0, 0, 0, 0}},
                      {"Controller", {0, 0, 0, 0}},
                      {"Custom Display", {0, 0, 0, 0}},
                      {"mnuViewMode6", {0, 0, 0, 0}},
                      {"Mode6", {0, 0, 0, 0}},
-                     {"mnuViewCodes", {0, 0, 0, 0}},
-                     {"DTC", {0, 0, 0, 0}},
                      {"mnuViewCoolant", {0, 0, 0, 0}},
                      {"mnuViewMPG", {0, 0, 0, 0}},
                  });
