@@ -5,6 +5,8 @@
 #include "core/data_tab.h"
 #include "core/session.h"
 
+#include "codes/terms_glossary.h"
+#include "codes/trouble_code_browser.h"
 #include "core/log_csv_export.h"
 #include "core/main_menus.h"
 #include "core/main_screen.h"
@@ -41,6 +43,8 @@ void InstallApplication(App& app) {
     InstallMode5(app);
     InstallMode5Manuf(app);
     InstallMode6(app);
+    InstallTroubleCodeBrowser(app);
+    InstallTermsGlossary(app);
     app.hooks.Connect = [&app] { ConnectSession(app); };
     InstallDataTab(app);
     InstallStartup(app);

@@ -40,13 +40,16 @@ SqliteDb::~SqliteDb() {
 }
 
 SqliteDb::SqliteDb(SqliteDb&& other) noexcept
-    : db_(std::exchange(other.db_, nullptr)), error_(std::move(other.error_)) {}
+    : db_(std::exchange(other.db_, nullptr)),
+      error_(std::move(other.error_)),
+      errorCode_(other.errorCode_) {}
 
 SqliteDb& SqliteDb::operator=(SqliteDb&& other) noexcept {
     if (this != &other) {
         close();
         db_ = std::exchange(other.db_, nullptr);
         error_ = std::move(other.error_);
+        errorCode_ = other.errorCode_;
     }
     return *this;
 }
@@ -55,7 +58,8 @@ bool SqliteDb::open(const std::filesystem::path& path, bool create) {
     close();
     int flags = SQLITE_OPEN_READWRITE;
     if (create) flags |= SQLITE_OPEN_CREATE;
-    if (sqlite3_open_v2(path.c_str(), &db_, flags, nullptr) != SQLITE_OK) {
+    if (const int rc = sqlite3_open_v2(path.c_str(), &db_, flags, nullptr); rc != SQLITE_OK) {
+        errorCode_ = rc;
         error_ = db_ ? sqlite3_errmsg(db_) : "out of memory";
         if (!create && !std::filesystem::exists(path)) error_ = "File not found: " + path.string();
         close();
@@ -65,11 +69,13 @@ bool SqliteDb::open(const std::filesystem::path& path, bool create) {
     if (sqlite3_exec(db_, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr) !=
         SQLITE_OK) {
         error_ = sqlite3_errmsg(db_);
+        errorCode_ = sqlite3_errcode(db_);
         close();
         return false;
     }
     sqlite3_busy_timeout(db_, 2000);
     error_.clear();
+    errorCode_ = 0;
     return true;
 }
 
@@ -80,6 +86,7 @@ void SqliteDb::close() {
 
 bool SqliteDb::fail() {
     error_ = db_ ? sqlite3_errmsg(db_) : "The database is not open";
+    errorCode_ = db_ ? sqlite3_errcode(db_) : SQLITE_MISUSE;
     return false;
 }
 
@@ -108,18 +115,22 @@ bool SqliteDb::query(std::string_view sql, const std::vector<SqlValue>& params, 
         }
     }
     error_.clear();
+    errorCode_ = 0;
     return true;
 }
 
 bool SqliteDb::execScript(const std::string& sql) {
     if (!db_) return fail();
     char* message = nullptr;
-    if (sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+    if (const int rc = sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &message);
+        rc != SQLITE_OK) {
+        errorCode_ = rc;
         error_ = message ? message : sqlite3_errmsg(db_);
         sqlite3_free(message);
         return false;
     }
     error_.clear();
+    errorCode_ = 0;
     return true;
 }
 

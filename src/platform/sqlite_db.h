@@ -40,11 +40,15 @@ class SqliteDb {
     bool execScript(const std::string& sql);
 
     const std::string& error() const { return error_; }
+    // The library's result code of the last failure (14 a file that cannot be opened, 26 a
+    // file that is not a database), 0 after a success; error boxes show it as the number.
+    int errorCode() const { return errorCode_; }
 
   private:
     bool fail();
     sqlite3* db_ = nullptr;
     std::string error_;
+    int errorCode_ = 0;
 };
 
 }  // namespace ketrel

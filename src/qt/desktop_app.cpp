@@ -3,12 +3,15 @@
 #include <QCoreApplication>
 #include <QMainWindow>
 
+#include "codes/terms_glossary.h"
+#include "codes/trouble_code_browser.h"
 #include "core/application.h"
 #include "core/startup.h"
 #include "link/auto_detect.h"
 #include "platform/ini_settings_store.h"
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
+#include "qt/code_library_windows.h"
 #include "qt/display_windows.h"
 #include "qt/graph_windows.h"
 #include "qt/main_window.h"
@@ -25,6 +28,8 @@
 #include "screens/frm_recorded_log.h"
 #include "screens/frm_recorder.h"
 #include "screens/frm_scope.h"
+#include "screens/frm_terms.h"
+#include "screens/frm_trouble_code.h"
 #include "sweeps/mode5_manuf.h"
 #include "sweeps/mode5_tests.h"
 #include "sweeps/mode6_sweep.h"
@@ -80,6 +85,11 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     windows_->registerView("frmMultGuage", [](Screen& s) {
         return MakeMultGuageWindow(static_cast<FrmMultGuage&>(s));
     });
+    if (FrmTroubleCode* codes = TroubleCodeScreen(*app_))
+        windows_->registerView("frmTroubleCode",
+                               [codes](Screen&) { return MakeTroubleCodeWindow(*codes); });
+    if (FrmTerms* terms = TermsScreen(*app_))
+        windows_->registerView("frmTerms", [terms](Screen&) { return MakeTermsWindow(*terms); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

@@ -307,8 +307,6 @@ struct Needed {
 };
 const Needed kNeeded[] = {
     {"mnuFilePrintFF", "frmPrintFF"},
-    {"mnuViewCodes", "frmTroubleCode"},
-    {"mnuViewTerms", "frmTerms"},
     {"mnuHelpAbout", "frmAbout"},
 };
 

@@ -135,9 +135,8 @@ TEST(MainScreenStates, FollowTheSessionFromStartToDisconnect) {
                      // The log controller comes with the session.
                      {"mnuEditRecord", {0, 0, 1, 0}},
                      {"Controller", {0, 0, 1, 0}},
-                     // Their screens are not in this build: off whatever the session says.
-                     {"mnuViewCodes", {0, 0, 0, 0}},
-                     {"DTC", {0, 0, 0, 0}},
+                     {"mnuViewCodes", {1, 1, 1, 1}},
+                     {"DTC", {1, 1, 1, 1}},
                      // The data displays are in: their entries follow the session.
                      {"Custom Display", {0, 0, 1, 0}},
                      {"mnuViewCoolant", {0, 0, 1, 0}},
