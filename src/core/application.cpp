@@ -5,6 +5,7 @@
 #include "core/data_tab.h"
 #include "core/session.h"
 
+#include "core/help_about.h"
 #include "core/log_csv_export.h"
 #include "core/main_menus.h"
 #include "core/main_screen.h"
@@ -31,6 +32,7 @@ void InstallApplication(App& app) {
     InstallStartup(app);
     InstallSettingsScreen(app);
     InstallMainMenus(app);
+    InstallHelpAbout(app);
     InstallSession(app);
     InstallMainScreen(app);
 }

@@ -4,16 +4,19 @@
 #include <QMainWindow>
 
 #include "core/application.h"
+#include "core/help_about.h"
 #include "core/startup.h"
 #include "link/auto_detect.h"
 #include "platform/ini_settings_store.h"
 #include "qt/alert_window.h"
 #include "qt/auto_detect_window.h"
+#include "qt/help_windows.h"
 #include "qt/main_window.h"
 #include "qt/recorded_log_window.h"
 #include "qt/settings_window.h"
 #include "qt/sim_port_factory.h"
 #include "recording/recorded_log.h"
+#include "screens/frm_help.h"
 #include "screens/frm_recorded_log.h"
 
 namespace ketrel {
@@ -44,6 +47,15 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     if (FrmRecordedLog* logs = RecordedLogScreen(*app_))
         windows_->registerView("frmRecordedLog",
                                [logs](Screen&) { return MakeRecordedLogWindow(*logs); });
+    if (FrmHelp* help = HelpScreen(*app_))
+        windows_->registerView("frmHelp", [this, help](Screen&) {
+            return MakeHelpWindow(*help, app_->appPath() / "Help");
+        });
+    if (FrmAbout* about = AboutScreen(*app_))
+        windows_->registerView("frmAbout", [about](Screen&) { return MakeAboutWindow(*about); });
+    if (FrmAboutHardware* hw = AboutHardwareScreen(*app_))
+        windows_->registerView("frmAboutHardware",
+                               [hw](Screen&) { return MakeAboutHardwareWindow(*hw); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {
