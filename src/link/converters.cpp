@@ -60,7 +60,7 @@ const std::array<ConverterDriver, 4> kConverters{{
      KeshLogType,
      {{{"KESHISO-9141", KeshReceiveISO}}},
      {"K-line interface, raw 10400 baud", "Tessam Works", "https://tessam.example.com",
-      "None (a cable without firmware of its own)", "ISO 9141, ISO 14230 (KWP 2000)"}},
+      "Not reported by the interface", "ISO 9141, ISO 14230 (KWP 2000)"}},
     // The same cable logic under another name; only the log type word differs.
     {kTactrix,
      "TACTRIX",

@@ -68,7 +68,7 @@ QWidget* MakeHelpWindow(FrmHelp& s, const std::filesystem::path& helpFolder) {
     split->addWidget(page);
     split->setStretchFactor(0, 1);
     split->setStretchFactor(1, 3);
-    split->setSizes({220, 640});
+    split->setSizes({290, 610});
     v->addWidget(split, 1);
     v->addLayout(buttonRow({button(s.cmdPrevious), button(s.cmdNext), button(s.cmdClose)}));
     w->resize(900, 620);

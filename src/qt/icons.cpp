@@ -22,7 +22,7 @@ const std::map<std::string, const char*>& iconFiles() {
         {"tbDTC", "dtc"},
         {"tbGuage", "gauge"},
         {"tbMultiGuage", "gauges"},
-        {"tbCustom", "custom_list"},
+        {"tbCustom Display", "custom_list"},
         {"tbMode6", "mode6"},
         {"tbMode5", "mode5"},
         {"mnuFileOpen", "open"},

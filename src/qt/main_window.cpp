@@ -78,7 +78,7 @@ void buildToolbar(QMainWindow* w, FrmMain& m) {
             action->setMenu(drop);
         }
         BindToolButton(action, b);
-        action->setIcon(IconFor(b.name()));
+        action->setIcon(IconFor("tb" + b.key()));
         bar->addAction(action);
         if (drop) {
             if (auto* tb = qobject_cast<QToolButton*>(bar->widgetForAction(action)))

@@ -36,7 +36,7 @@ FrmAboutHardware::FrmAboutHardware(EventLoop& loop)
     : Screen(loop, "frmAboutHardware", "About Hardware Interface"), RefreshTimer(makeTimer(500)) {
     const char* headers[] = {"Device",      "Type",     "Maker",
                              "Web Address", "Firmware", "Supported Protocols"};
-    const int widths[] = {2600, 3000, 2400, 3000, 2200, 3600};
+    const int widths[] = {2600, 3000, 2400, 3000, 2200, 4200};
     for (int c = 0; c < 6; ++c) {
         gridHardware.setText(0, c, headers[c]);
         gridHardware.setColWidth(c, widths[c]);

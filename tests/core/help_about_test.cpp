@@ -17,7 +17,8 @@ namespace fs = std::filesystem;
 // program.
 struct HelpApp : StartedApp {
     HelpApp() {
-        fs::copy(KETREL_HELP_DIR, app->appPath() / "Help", fs::copy_options::overwrite_existing);
+        fs::copy(KETREL_HELP_DIR, app->appPath() / "Help",
+                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     }
 };
 

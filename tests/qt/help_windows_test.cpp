@@ -28,7 +28,9 @@ bool drawn(const QIcon& icon, int size, qreal ratio) {
 
 TEST(HelpWindows, HelpPagesFollowLinksAndTheListThenAboutScreens) {
     test::GuiApp g;
-    std::filesystem::copy(KETREL_HELP_DIR, g.dir.path() / "Help");
+    std::filesystem::copy(KETREL_HELP_DIR, g.dir.path() / "Help",
+                          std::filesystem::copy_options::recursive |
+                              std::filesystem::copy_options::overwrite_existing);
     g.startPastSplash();
     App& app = g.app();
     app.frmMain().mnuHelpHelp.click();
