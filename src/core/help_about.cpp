@@ -56,11 +56,53 @@ void showPage(FrmHelp& s, const std::vector<HelpTopic>& topics, int index) {
     s.cmdNext.setEnabled(index + 1 < int(topics.size()));
 }
 
+// The screen of that name, made when the program has none; null when another screen holds
+// the name (a test's stand-in).
 template <class T>
 T* screenOrMake(App& app, const char* name) {
-    if (auto* s = dynamic_cast<T*>(app.screenByName(name))) return s;
+    if (Screen* s = app.screenByName(name)) return dynamic_cast<T*>(s);
     app.addScreen(std::make_unique<T>(app.loop()));
     return dynamic_cast<T*>(app.screenByName(name));
+}
+
+// The help screen's handlers: the list filled on load, paging and links.
+void installHelp(App& app, FrmHelp& help) {
+    help.onLoad = [&app, &help] {
+        for (const HelpTopic& t : ReadHelpTopics(app.appPath() / "Help")) {
+            help.TopicFiles.push_back(t.file);
+            help.lstTopics.addItem(t.title);
+        }
+        if (help.TopicFiles.empty()) {
+            help.txtPage.setText("<p>No help topics were found in the folder Help.</p>");
+            help.cmdPrevious.setEnabled(false);
+            help.cmdNext.setEnabled(false);
+            return;
+        }
+        ShowHelpTopic(app, 0);
+    };
+    help.onChooseTopic = [&app](int i) { ShowHelpTopic(app, i); };
+    help.onFollowLink = [&app](const std::string& target) { FollowHelpLink(app, target); };
+    help.cmdPrevious.onClick = [&app, &help] { ShowHelpTopic(app, help.CurrentTopic - 1); };
+    help.cmdNext.onClick = [&app, &help] { ShowHelpTopic(app, help.CurrentTopic + 1); };
+    help.cmdClose.onClick = [&help] { help.unload(); };
+}
+
+void installAbout(App& app, FrmAbout& about) {
+    about.onLoad = [&app, &about] {
+        about.lblVersion.setText(std::string("Version ") + KETREL_VERSION);
+        about.lblFolder.setText("Application folder: " + app.appPath().string());
+    };
+    about.cmdOK.onClick = [&about] { about.unload(); };
+}
+
+void installAboutHardware(App& app, FrmAboutHardware& hw) {
+    hw.onLoad = [&app, &hw] {
+        FillAboutHardware(app);
+        hw.RefreshTimer.start();
+    };
+    hw.onActivate = [&app] { FillAboutHardware(app); };
+    hw.RefreshTimer.setHandler([&app] { FillAboutHardware(app); });
+    hw.cmdOK.onClick = [&hw] { hw.unload(); };
 }
 
 }  // namespace
@@ -156,42 +198,10 @@ void FillAboutHardware(App& app) {
 }
 
 void InstallHelpAbout(App& app) {
-    FrmHelp& help = *screenOrMake<FrmHelp>(app, "frmHelp");
-    FrmAbout& about = *screenOrMake<FrmAbout>(app, "frmAbout");
-    FrmAboutHardware& hw = *screenOrMake<FrmAboutHardware>(app, "frmAboutHardware");
-
-    help.onLoad = [&app, &help] {
-        for (const HelpTopic& t : ReadHelpTopics(app.appPath() / "Help")) {
-            help.TopicFiles.push_back(t.file);
-            help.lstTopics.addItem(t.title);
-        }
-        if (help.TopicFiles.empty()) {
-            help.txtPage.setText("<p>No help topics were found in the folder Help.</p>");
-            help.cmdPrevious.setEnabled(false);
-            help.cmdNext.setEnabled(false);
-            return;
-        }
-        ShowHelpTopic(app, 0);
-    };
-    help.onChooseTopic = [&app](int i) { ShowHelpTopic(app, i); };
-    help.onFollowLink = [&app](const std::string& target) { FollowHelpLink(app, target); };
-    help.cmdPrevious.onClick = [&app, &help] { ShowHelpTopic(app, help.CurrentTopic - 1); };
-    help.cmdNext.onClick = [&app, &help] { ShowHelpTopic(app, help.CurrentTopic + 1); };
-    help.cmdClose.onClick = [&help] { help.unload(); };
-
-    about.onLoad = [&app, &about] {
-        about.lblVersion.setText(std::string("Version ") + KETREL_VERSION);
-        about.lblFolder.setText("Application folder: " + app.appPath().string());
-    };
-    about.cmdOK.onClick = [&about] { about.unload(); };
-
-    hw.onLoad = [&app, &hw] {
-        FillAboutHardware(app);
-        hw.RefreshTimer.start();
-    };
-    hw.onActivate = [&app] { FillAboutHardware(app); };
-    hw.RefreshTimer.setHandler([&app] { FillAboutHardware(app); });
-    hw.cmdOK.onClick = [&hw] { hw.unload(); };
+    if (FrmHelp* help = screenOrMake<FrmHelp>(app, "frmHelp")) installHelp(app, *help);
+    if (FrmAbout* about = screenOrMake<FrmAbout>(app, "frmAbout")) installAbout(app, *about);
+    if (auto* hw = screenOrMake<FrmAboutHardware>(app, "frmAboutHardware"))
+        installAboutHardware(app, *hw);
 }
 
 }  // namespace ketrel

@@ -309,7 +309,7 @@ const Needed kNeeded[] = {
     {"mnuFilePrintFF", "frmPrintFF"},     {"mnuEditRecord", "frmRecorder"},
     {"mnuViewScope", "frmScope"},         {"mnuViewCodes", "frmTroubleCode"},
     {"mnuViewTerms", "frmTerms"},         {"mnuOptionList", "frmCustomData"},
-    {"mnuViewCoolant", "frmRealDisplay"}, {"mnuHelpAbout", "frmAbout"},
+    {"mnuViewCoolant", "frmRealDisplay"},
 };
 
 TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {
