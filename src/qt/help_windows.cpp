@@ -130,7 +130,7 @@ QWidget* MakeAboutHardwareWindow(FrmAboutHardware& s) {
     t->setEditTriggers(QAbstractItemView::NoEditTriggers);
     v->addWidget(t, 1);
     v->addLayout(buttonRow({button(s.cmdOK)}));
-    w->resize(1080, 300);
+    w->resize(1240, 300);
     return w;
 }
 

@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTableWidget>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -83,6 +85,11 @@ TEST(HelpWindows, ToolbarAndMenusCarrySharpPictures) {
     EXPECT_TRUE(IconFor("mnuViewRedScanner").isNull());
     EXPECT_TRUE(drawn(AppIcon(), 64, 1.0));
     test::Screenshot(w, "main_with_icons");
+    for (QAction* top : w->menuBar()->actions()) {
+        if (top->text() != "&Help") continue;
+        top->menu()->adjustSize();
+        test::Screenshot(top->menu(), "help_menu");
+    }
 }
 
 }  // namespace
