@@ -7,6 +7,7 @@
 
 #include "codes/terms_glossary.h"
 #include "codes/trouble_code_browser.h"
+#include "core/help_about.h"
 #include "core/log_csv_export.h"
 #include "core/main_menus.h"
 #include "core/main_screen.h"
@@ -51,6 +52,7 @@ void InstallApplication(App& app) {
     InstallSettingsScreen(app);
     InstallMainMenus(app);
     InstallRecorder(app);
+    InstallHelpAbout(app);
     InstallSession(app);
     InstallDisplays(app);
     InstallScope(app);

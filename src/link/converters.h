@@ -20,6 +20,15 @@ struct LogTypeRoute {
 // the user asked to begin the whole connect again from the start.
 enum class ConnectOutcome { Done, Retry };
 
+// What the about-hardware screen tells of a link device.
+struct ConverterFacts {
+    const char* type;       // what kind of device it is
+    const char* maker;      // who makes it
+    const char* web;        // the maker's web address
+    const char* firmware;   // shown when the device has not given its own version
+    const char* protocols;  // the vehicle protocols it carries
+};
+
 // One link device as the session, the scan cycle and the log player meet it. Every place that
 // differs by device goes through this row; a new device is a new row.
 struct ConverterDriver {
@@ -38,6 +47,7 @@ struct ConverterDriver {
     // replay each type word of this device's logs.
     const char* (*logType)(const App& app);
     std::array<LogTypeRoute, 2> replays;
+    ConverterFacts facts;
 };
 
 // Every link device, in the order the settings screen lists them.

@@ -37,7 +37,12 @@ void seed(const fs::path& from, const fs::path& to) {
 }  // namespace
 
 fs::path ResolveAppFolder(const fs::path& programDir) {
-    return ResolveAppFolder(programDir, ::access(programDir.c_str(), W_OK) == 0, userDataFolder());
+    // An installed program (bin/ beside share/ketrel) keeps its data per user even where it may
+    // write its own folder, as root may.
+    std::error_code ec;
+    const bool installed = fs::is_directory(programDir / ".." / "share" / "ketrel", ec);
+    const bool writable = !installed && ::access(programDir.c_str(), W_OK) == 0;
+    return ResolveAppFolder(programDir, writable, userDataFolder());
 }
 
 fs::path ResolveAppFolder(const fs::path& programDir, bool writable, const fs::path& userFolder) {

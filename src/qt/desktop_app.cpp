@@ -6,6 +6,7 @@
 #include "codes/terms_glossary.h"
 #include "codes/trouble_code_browser.h"
 #include "core/application.h"
+#include "core/help_about.h"
 #include "core/startup.h"
 #include "link/auto_detect.h"
 #include "platform/ini_settings_store.h"
@@ -14,6 +15,7 @@
 #include "qt/code_library_windows.h"
 #include "qt/display_windows.h"
 #include "qt/graph_windows.h"
+#include "qt/help_windows.h"
 #include "qt/main_window.h"
 #include "qt/mode5_windows.h"
 #include "qt/mode6_window.h"
@@ -23,6 +25,7 @@
 #include "qt/sim_port_factory.h"
 #include "recording/recorded_log.h"
 #include "screens/frm_guage.h"
+#include "screens/frm_help.h"
 #include "screens/frm_input_record_name.h"
 #include "screens/frm_mult_guage.h"
 #include "screens/frm_recorded_log.h"
@@ -90,6 +93,15 @@ DesktopApp::DesktopApp(DesktopOptions o) {
                                [codes](Screen&) { return MakeTroubleCodeWindow(*codes); });
     if (FrmTerms* terms = TermsScreen(*app_))
         windows_->registerView("frmTerms", [terms](Screen&) { return MakeTermsWindow(*terms); });
+    if (FrmHelp* help = HelpScreen(*app_))
+        windows_->registerView("frmHelp", [this, help](Screen&) {
+            return MakeHelpWindow(*help, app_->appPath() / "Help");
+        });
+    if (FrmAbout* about = AboutScreen(*app_))
+        windows_->registerView("frmAbout", [about](Screen&) { return MakeAboutWindow(*about); });
+    if (FrmAboutHardware* hw = AboutHardwareScreen(*app_))
+        windows_->registerView("frmAboutHardware",
+                               [hw](Screen&) { return MakeAboutHardwareWindow(*hw); });
     windows_->adoptScreens();
     // The program ends with its main window.
     app_->frmMain().observe([this] {

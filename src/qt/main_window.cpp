@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "qt/binders.h"
+#include "qt/icons.h"
 #include "screens/frm_main.h"
 
 namespace ketrel {
@@ -20,10 +21,12 @@ void addMenu(QWidget* parent, MenuItem& item) {
     if (item.children().empty()) {
         auto* action = new QAction(parent);
         BindMenu(action, item);
+        action->setIcon(IconFor(item.name()));
         parent->addAction(action);
         return;
     }
     auto* menu = new QMenu(parent);
+    menu->setIcon(IconFor(item.name()));
     Follow(menu, item, [menu, &item] {
         menu->setTitle(QString::fromStdString(item.caption()));
         menu->menuAction()->setEnabled(item.enabled());
@@ -51,7 +54,8 @@ void buildToolbar(QMainWindow* w, FrmMain& m) {
     auto* bar = new QToolBar("Toolbar1", w);
     bar->setObjectName("Toolbar1");
     bar->setMovable(false);
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    bar->setIconSize(QSize(24, 24));
     for (int n = 1; n <= 15; ++n) {
         ToolButton& b = m.button(n);
         if (b.separator()) {
@@ -69,10 +73,12 @@ void buildToolbar(QMainWindow* w, FrmMain& m) {
             QObject::connect(bar, &QObject::destroyed, [drop] { delete drop; });
             auto* multi = new QAction(bar);
             BindMenu(multi, m.tbMultiGuage);
+            multi->setIcon(IconFor("tbMultiGuage"));
             drop->addAction(multi);
             action->setMenu(drop);
         }
         BindToolButton(action, b);
+        action->setIcon(IconFor("tb" + b.key()));
         bar->addAction(action);
         if (drop) {
             if (auto* tb = qobject_cast<QToolButton*>(bar->widgetForAction(action)))
@@ -111,6 +117,7 @@ void buildStatusBar(QMainWindow* w, FrmMain& m) {
 QMainWindow* MakeMainWindow(FrmMain& m) {
     auto* w = new QMainWindow;
     w->setObjectName("frmMain");
+    w->setWindowIcon(AppIcon());
     buildMenus(w, m);
     buildToolbar(w, m);
     auto* tabs = new QTabWidget;

@@ -307,7 +307,6 @@ struct Needed {
 };
 const Needed kNeeded[] = {
     {"mnuFilePrintFF", "frmPrintFF"},
-    {"mnuHelpAbout", "frmAbout"},
 };
 
 TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {
