@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "core/data_tab.h"
+#include "core/headless_replay.h"
 #include "export.h"
-#include "export_session.h"
 #include "link/dorvane_receive.h"
 #include "obd/pid_catalogue.h"
 
@@ -34,7 +34,7 @@ const std::vector<std::string>& CycleFrames() {
 // Frames per second into the fields, in a live session (the watchdog restarted every frame).
 void BM_DorvaneReceive(benchmark::State& state) {
     std::ostringstream err;
-    exporter::ExportSession session(err, "DORVANE", "F", "MPH", "PSI");
+    HeadlessReplay session(err, "bench: ", "DORVANE", ReplayUnits{});
     App& app = session.app();
     app.PlayingLog = false;
     app.Connected = true;
