@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "core/data_tab.h"
+#include "core/ff_report.h"
 #include "core/session.h"
 
 #include "core/log_csv_export.h"
@@ -10,6 +11,7 @@
 #include "core/main_screen.h"
 #include "core/settings_screen.h"
 #include "core/startup.h"
+#include "core/vehicle_selector.h"
 #include "link/auto_detect.h"
 #include "recording/recorded_log.h"
 #include "screens/frm_auto_detect.h"
@@ -32,7 +34,9 @@ void InstallApplication(App& app) {
     InstallSettingsScreen(app);
     InstallMainMenus(app);
     InstallSession(app);
+    InstallFreezeFrameReport(app);
     InstallMainScreen(app);
+    InstallVehicleSelector(app);
 }
 
 }  // namespace ketrel
