@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <functional>
+#include <initializer_list>
 
 #include "data/vehicle_lists.h"
 #include "state/app.h"
@@ -134,6 +135,9 @@ void InstallVehicleSelector(App& app) {
     m.cmbYear.onChange = [&app] { VehicleYearChosen(app); };
     m.cmbMake.onChange = [&app] { VehicleMakeChosen(app); };
     m.cmbModel.onChange = [&app] { VehicleModelChosen(app); };
+    for (Control* c :
+         std::initializer_list<Control*>{&m.cmbYear, &m.cmbMake, &m.cmbModel, &m.txtVin})
+        c->onLeave = [&app] { LeaveVehicleField(app); };
     m.cmdRequestInfo.onClick = [&app] {
         app.VinText.clear();
         app.RequestInfo = true;

@@ -241,7 +241,8 @@ int RunReport(const ExportOptions& options, std::istream& in, const std::string&
               std::ostream& err) {
     const std::string prefix = "ketrel-export: ";
     if (!ReplayRoutine(options.type)) {
-        err << prefix << "logs of type " << options.type << " are not available yet in this build\n";
+        err << prefix << "logs of type " << options.type
+            << " are not available yet in this build\n";
         return kExitUsage;
     }
     HeadlessReplay session(err, prefix, options.type,

@@ -26,7 +26,8 @@ int main(int argc, char** argv) {
     }
     if (!options.report.empty()) {
 #ifdef KETREL_LIVE
-        options.writeReport = [&argc, argv](const ketrel::PrintPage& page, const std::string& path) {
+        options.writeReport = [&argc, argv](const ketrel::PrintPage& page,
+                                            const std::string& path) {
             return WriteReportPdf(argc, argv, page, path);
         };
 #else
