@@ -8,6 +8,7 @@ PACKAGES=(
     libsqlite3-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     fonts-dejavu-core
+    poppler-utils
 )
 
 missing=()

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "core/data_tab.h"
+#include "core/ff_report.h"
 #include "core/session.h"
 
 #include "codes/terms_glossary.h"
@@ -13,6 +14,7 @@
 #include "core/main_screen.h"
 #include "core/settings_screen.h"
 #include "core/startup.h"
+#include "core/vehicle_selector.h"
 #include "display/displays.h"
 #include "display/gauges.h"
 #include "display/scope.h"
@@ -57,7 +59,9 @@ void InstallApplication(App& app) {
     InstallDisplays(app);
     InstallScope(app);
     InstallGauges(app);
+    InstallFreezeFrameReport(app);
     InstallMainScreen(app);
+    InstallVehicleSelector(app);
 }
 
 }  // namespace ketrel

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
+#include <QCompleter>
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -155,6 +156,9 @@ void BindLineEdit(QLineEdit* w, Field& f) {
     });
     QObject::connect(w, &QLineEdit::textEdited, w,
                      [&f](const QString& t) { f.setText(t.toStdString()); });
+    QObject::connect(w, &QLineEdit::editingFinished, w, [&f] {
+        if (f.onLeave) f.onLeave();
+    });
 }
 
 void BindGrid(QTableWidget* w, Grid& g) {
@@ -250,8 +254,24 @@ void BindCombo(QComboBox* w, ComboBox& c) {
         // A text that is not one of the items shows in place of a selection.
         w->setPlaceholderText(c.listIndex() < 0 ? q(c.text()) : QString());
         w->setCurrentIndex(c.listIndex());
+        if (w->isEditable() && c.listIndex() < 0) w->setEditText(q(c.text()));
     });
     QObject::connect(w, &QComboBox::activated, w, [&c](int i) { c.setListIndex(i); });
+}
+
+void BindEditableCombo(QComboBox* w, ComboBox& c) {
+    w->setEditable(true);
+    w->setInsertPolicy(QComboBox::NoInsert);
+    // Only an exact entry counts as picked from the list; "ford" stays typed text.
+    if (w->completer()) w->completer()->setCaseSensitivity(Qt::CaseSensitive);
+    BindCombo(w, c);
+    // Typed text is the field's text as it stands, without the handler of a choice from the list.
+    QObject::connect(w->lineEdit(), &QLineEdit::editingFinished, w, [w, &c] {
+        auto chosen = std::move(c.onChange);
+        c.setText(w->currentText().toStdString());
+        c.onChange = std::move(chosen);
+        if (c.onLeave) c.onLeave();
+    });
 }
 
 void BindToggle(QAbstractButton* w, Toggle& t) {

@@ -32,6 +32,8 @@ void BindPicture(QLabel* w, Field& f, int size);  // a field shown by its pictur
 void BindGrid(QTableWidget* w, Grid& g);
 void BindList(QListWidget* w, ListBox& l);
 void BindCombo(QComboBox* w, ComboBox& c);
+// A combo box the user may also type in; leaving it runs the control's onLeave.
+void BindEditableCombo(QComboBox* w, ComboBox& c);
 void BindToggle(QAbstractButton* w, Toggle& t);  // a QRadioButton or a QCheckBox
 void BindMenu(QAction* a, MenuItem& m);
 void BindToolButton(QAction* a, ToolButton& b);

@@ -50,6 +50,7 @@ DesktopApp::DesktopApp(DesktopOptions o) {
     }
     app_ = std::make_unique<App>(Platform{loop_, o.dialogs ? *o.dialogs : qtDialogs_, *o.settings,
                                           launcher_, display_, *o.ports, o.appPath});
+    app_->printer = &printer_;
     InstallApplication(*app_);
     windows_ = std::make_unique<WindowManager>(*app_);
     windows_->registerView("frmMain", [this](Screen&) { return MakeMainWindow(app_->frmMain()); });

@@ -8,6 +8,7 @@
 #include "qt/qt_desktop.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_event_loop.h"
+#include "qt/page_printer.h"
 #include "qt/qt_serial_devices.h"
 #include "qt/window_manager.h"
 #include "state/app.h"
@@ -46,6 +47,7 @@ class DesktopApp {
     std::unique_ptr<SerialPortFactory> ownPorts_;
     std::unique_ptr<App> app_;
     std::unique_ptr<WindowManager> windows_;
+    QtPagePrinter printer_;
 };
 
 }  // namespace ketrel

@@ -223,7 +223,7 @@ QWidget* MakeVehiclePage(FrmMain& m) {
     QWidget* f = frame(m.Frame4);
     auto* h = new QHBoxLayout(f);
 
-    auto* vehicle = new QGroupBox("VEHICLE");
+    auto* vehicle = new QGroupBox("VEHICLE INFORMATION");
     auto* form = new QGridLayout(vehicle);
     struct ComboRow {
         const char* caption;
@@ -238,14 +238,18 @@ QWidget* MakeVehiclePage(FrmMain& m) {
     for (const ComboRow& c : combos) {
         auto* box = new QComboBox;
         box->setObjectName(QString::fromStdString(c.combo->name()));
-        BindCombo(box, *c.combo);
+        // Year, make and model take typing; the other three only choose from their list.
+        if (row < 3)
+            BindEditableCombo(box, *c.combo);
+        else
+            BindCombo(box, *c.combo);
         form->addWidget(text(c.caption), row, 0);
         form->addWidget(box, row++, 1);
     }
     struct TextRow {
         const char* caption;
         Field* field;
-    } texts[] = {{"PLATE:", &m.txtPlate}, {"VIN:", &m.txtVin}, {"MILEAGE:", &m.txtMileage}};
+    } texts[] = {{"PLATE:", &m.txtPlate}, {"V.I.N:", &m.txtVin}, {"MILEAGE:", &m.txtMileage}};
     for (const TextRow& t : texts) {
         auto* edit = new QLineEdit;
         edit->setObjectName(QString::fromStdString(t.field->name()));

@@ -54,6 +54,8 @@ class Control : public Observable {
     void setVisible(bool on);
     const std::string& toolTip() const { return toolTip_; }
     void setToolTip(const std::string& t);
+    // Runs when the user moves on from the control after typing in it (the view's focus left).
+    std::function<void()> onLeave;
 
     // Remembers the present state as the design state.
     void markDesign();

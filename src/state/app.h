@@ -10,6 +10,7 @@
 #include "platform/desktop.h"
 #include "platform/dialogs.h"
 #include "platform/event_loop.h"
+#include "platform/printer.h"
 #include "platform/realtime_section.h"
 #include "platform/serial_port.h"
 #include "platform/settings_store.h"
@@ -208,6 +209,8 @@ class App {
     std::array<bool, 42> SavedPidWanted{};
     std::string VinText;
     std::string CodeDescription;
+    // Where printed pages go: the desktop's printer; none in a run without one.
+    PagePrinter* printer = nullptr;
     std::array<std::string, 10> TroubleCodes{};  // 1..9, the codes of the last Mode 03 reply
     std::array<std::string, 10> PendingCodes{};  // 1..9, the codes of the last Mode 07 reply
     std::string LastFreezeCode;                  // the code of the last Mode 02 PID 02 reply

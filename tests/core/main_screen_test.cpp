@@ -306,7 +306,10 @@ struct Needed {
     const char* screen;
 };
 const Needed kNeeded[] = {
-    {"mnuFilePrintFF", "frmPrintFF"},
+    {"mnuFilePrintFF", "frmPrintFF"},     {"mnuEditRecord", "frmRecorder"},
+    {"mnuViewScope", "frmScope"},         {"mnuViewCodes", "frmTroubleCode"},
+    {"mnuViewTerms", "frmTerms"},         {"mnuOptionList", "frmCustomData"},
+    {"mnuViewCoolant", "frmRealDisplay"}, {"mnuHelpAbout", "frmAbout"},
 };
 
 TEST(MainScreen, EntriesOfAbsentScreensStayOffWhoeverTurnsThemOn) {

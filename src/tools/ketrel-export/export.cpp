@@ -7,11 +7,15 @@
 #include <functional>
 #include <utility>
 
-#include "platform/text_convert.h"
+#include "core/ff_report.h"
+#include "core/headless_replay.h"
 #include "export_session.h"
 #include "link/converters.h"
+#include "link/log_frames.h"
 #include "link/port_number.h"
+#include "platform/text_convert.h"
 #include "recording/log_file.h"
+#include "screens/frm_print_ff.h"
 
 namespace ketrel::exporter {
 namespace {
@@ -49,6 +53,7 @@ std::string ParseUnits(const std::string& text, ExportOptions& options) {
 std::string ExportUsage() {
     return "Usage: ketrel-export [options] [LOG]\n"
            "       ketrel-export --saved NAME [--final] [--units T,S,P]\n"
+           "       ketrel-export --report FILE.pdf [--type WORD | --saved NAME] [LOG]\n"
            "       ketrel-export --list\n"
            "       ketrel-export --connect [--hardware NAME] [--port N|PATH] [--seconds S]\n"
            "                     [--units T,S,P] [--record NAME]\n"
@@ -65,6 +70,9 @@ std::string ExportUsage() {
            "  --final          instead of CSV, every field after the last frame as\n"
            "                   name<TAB>text, sorted by name; list boxes as name<TAB>a,b;\n"
            "                   grid cells as grid[row,col]<TAB>text\n"
+           "  --report FILE    instead of CSV, the printed freeze-frame page after the last\n"
+           "                   frame, as a PDF file: vehicle data (from the catalogue row\n"
+           "                   with --saved), freeze-frame values and trouble codes\n"
            "  --help           this text\n"
            "\n"
            "Saved logs, as the program's catalogue of logs lists them:\n"
@@ -160,6 +168,8 @@ std::string CheckModes(const ExportOptions& o, bool typeGiven) {
             return "--saved reads its log from the catalogue; \"" + o.input + "\" is left over";
         if (typeGiven) return "--saved takes the log's type from its catalogue row, not --type";
     }
+    if (!o.report.empty() && (o.connect || o.list || o.final))
+        return "--report is for logs; it takes neither --connect, --list nor --final";
     if (o.connect) {
         if (!o.input.empty()) return "--connect reads no log; \"" + o.input + "\" is left over";
         if (typeGiven) return "--type is for logs; --connect takes --hardware";
@@ -209,6 +219,9 @@ std::string ParseExportArgs(const std::vector<std::string>& args, ExportOptions&
         } else if (is("--saved")) {
             if (!takeValue(value) || value.empty()) return "--saved wants the name of a saved log";
             options.saved = value;
+        } else if (is("--report")) {
+            if (!takeValue(value) || value.empty()) return "--report wants a PDF file name";
+            options.report = value;
         } else if (a == "--list") {
             options.list = true;
         } else if (TakeLiveOption(a, takeValue, options, error)) {
@@ -232,6 +245,56 @@ int RunExport(const ExportOptions& options, std::istream& in, const std::string&
     replay.final = options.final;
     replay.messagePrefix = "ketrel-export: ";
     return ReplayLogToCsv(replay, in, inputName, out, err);
+}
+
+int RunReport(const ExportOptions& options, std::istream& in, const std::string& inputName,
+              std::ostream& err) {
+    const std::string prefix = "ketrel-export: ";
+    if (!ReplayRoutine(options.type)) {
+        err << prefix << "logs of type " << options.type
+            << " are not available yet in this build\n";
+        return kExitUsage;
+    }
+    HeadlessReplay session(err, prefix, options.type,
+                           {options.temp, options.speed, options.pressure});
+    App& app = session.app();
+    LogFrameReader reader(in);
+    reader.onProblem = [&](long line, const std::string& problem) {
+        err << prefix << inputName << ": line " << line << ": " << problem << "; line skipped\n";
+    };
+    LogFrame frame;
+    long frames = 0;
+    while (reader.next(frame)) {
+        ++frames;
+        session.dialogs().context = inputName + ": line " + std::to_string(frame.line);
+        try {
+            session.play(frame.text);
+        } catch (const std::exception& e) {
+            err << prefix << session.dialogs().context << ": " << e.what() << '\n';
+        }
+    }
+    if (frames == 0) {
+        err << prefix << inputName << ": no frame could be read\n";
+        return kExitFailed;
+    }
+    FrmMain& m = app.frmMain();
+    Field* const vehicle[] = {nullptr, nullptr, nullptr, &m.txtVin, &m.txtPlate, &m.txtMileage};
+    ComboBox* const lists[] = {&m.cmbYear, &m.cmbMake, &m.cmbModel};
+    for (std::size_t i = 0; i < options.vehicle.size() && i < std::size(vehicle); ++i) {
+        // The catalogue writes "N/A" for what was not given; the page says so itself.
+        const std::string& v = options.vehicle[i] == "N/A" ? std::string() : options.vehicle[i];
+        if (i < std::size(lists))
+            lists[i]->setText(v);
+        else
+            vehicle[i]->setText(v);
+    }
+    FrmPrintFF page(app.loop());
+    FillPrintFF(app, page);
+    if (!options.writeReport || !options.writeReport(FreezeFrameReportPage(page), options.report)) {
+        err << prefix << "could not write the page to \"" << options.report << "\"\n";
+        return kExitFailed;
+    }
+    return kExitOk;
 }
 
 }  // namespace ketrel::exporter

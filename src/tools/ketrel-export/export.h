@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -6,6 +7,7 @@
 #include <vector>
 
 #include "core/csv_export.h"
+#include "platform/printer.h"
 
 namespace ketrel::exporter {
 
@@ -31,6 +33,13 @@ struct ExportOptions {
     std::string saved;
     bool list = false;
     std::string record;  // records the session into Log/<record>.log; empty: no recording
+    // The freeze-frame page after the log instead of CSV (--report FILE.pdf).
+    std::string report;
+    // The vehicle fields for the page, from a saved log's catalogue row: year, make, model,
+    // VIN, plate, mileage. Empty: nothing chosen.
+    std::vector<std::string> vehicle;
+    // Writes the page to a file; set by a build with Qt. False when it could not be written.
+    std::function<bool(const ketrel::PrintPage&, const std::string&)> writeReport;
 };
 
 // Reads the arguments (without the program name). Returns an error text, empty when all is
@@ -45,6 +54,12 @@ std::string ExportUsage();
 // messages. Returns the exit status: 0 when at least one frame was read.
 int RunExport(const ExportOptions& options, std::istream& in, const std::string& inputName,
               std::ostream& out, std::ostream& err);
+
+// --report: decodes every frame of the log as RunExport does, then writes the freeze-frame
+// page with the main screen's fields as they stand after the last frame. Returns the exit
+// status: 0 when at least one frame was read and the page was written.
+int RunReport(const ExportOptions& options, std::istream& in, const std::string& inputName,
+              std::ostream& err);
 
 // The CSV writing is shared with the desktop program's catalogue of logs.
 using ketrel::AppendCsvCell;

@@ -6,6 +6,7 @@
 #include "saved_logs.h"
 #ifdef KETREL_LIVE
 #include "live_session.h"
+#include "report_pdf.h"
 #endif
 
 // ketrel-export: the command line around RunExport, the catalogue of saved logs (--saved,
@@ -23,6 +24,17 @@ int main(int argc, char** argv) {
         std::cout << ExportUsage();
         return kExitOk;
     }
+    if (!options.report.empty()) {
+#ifdef KETREL_LIVE
+        options.writeReport = [&argc, argv](const ketrel::PrintPage& page,
+                                            const std::string& path) {
+            return WriteReportPdf(argc, argv, page, path);
+        };
+#else
+        std::cerr << "ketrel-export: this build has no printing (it was made without Qt)\n";
+        return kExitUsage;
+#endif
+    }
     if (options.list) return RunList(ketrel::ResolveAppFolder(ProgramDir()), std::cout, std::cerr);
     if (!options.saved.empty())
         return RunSaved(options, ketrel::ResolveAppFolder(ProgramDir()), std::cout, std::cerr);
@@ -33,6 +45,16 @@ int main(int argc, char** argv) {
         std::cerr << "ketrel-export: this build has no live sessions (it was made without Qt)\n";
         return kExitUsage;
 #endif
+    }
+    if (!options.report.empty()) {
+        if (options.input.empty() || options.input == "-")
+            return RunReport(options, std::cin, "standard input", std::cerr);
+        std::ifstream log(options.input, std::ios::binary);
+        if (!log) {
+            std::cerr << "ketrel-export: cannot open \"" << options.input << "\"\n";
+            return kExitFailed;
+        }
+        return RunReport(options, log, options.input, std::cerr);
     }
     if (options.input.empty() || options.input == "-")
         return RunExport(options, std::cin, "standard input", std::cout, std::cerr);

@@ -60,6 +60,11 @@ int RunSaved(const ExportOptions& options, const std::filesystem::path& appPath,
     }
     ExportOptions o = options;
     o.type = record->InterfaceType;
+    if (!o.report.empty()) {
+        o.vehicle = {record->Year, record->Make,  record->Model,
+                     record->Vin,  record->Plate, record->Mileage};
+        return RunReport(o, file, path->filename().string(), err);
+    }
     return RunExport(o, file, path->filename().string(), out, err);
 }
 
