@@ -131,31 +131,25 @@ int ReplayLogToCsv(const CsvReplayOptions& options, std::istream& in, const std:
     App& app = session.app();
     std::vector<CsvColumn> columns = ValueColumns(app);
     std::string row;
-    LogFrameReader reader(in);
-    reader.onProblem = [&](long line, const std::string& problem) {
-        err << prefix << inputName << ": line " << line << ": " << problem << "; line skipped\n";
-    };
-    LogFrame frame;
-    long frames = 0;
-    while (reader.next(frame)) {
-        ++frames;
-        session.dialogs().context = inputName + ": line " + std::to_string(frame.line);
-        try {
-            session.play(frame.text);
-        } catch (const std::exception& e) {
-            err << prefix << session.dialogs().context << ": " << e.what() << '\n';
-        }
-        if (options.final) continue;
-        if (frames == 1) WriteCsvHeader(columns, out);
-        WriteCsvRow(frame.text, columns, row, out);
-    }
-    if (in.bad()) {
-        err << prefix << inputName << ": read error after line " << reader.lines() << '\n';
+    bool headerWritten = false;
+    long lines = 0;
+    bool readError = false;
+    const long frames = session.playLog(
+        in, inputName,
+        [&](const std::string& frame) {
+            if (options.final) return;
+            if (!headerWritten) WriteCsvHeader(columns, out);
+            headerWritten = true;
+            WriteCsvRow(frame, columns, row, out);
+        },
+        lines, readError);
+    if (readError) {
+        err << prefix << inputName << ": read error after line " << lines << '\n';
         return kCsvFailed;
     }
     if (frames == 0) {
         err << prefix << inputName << ": no frame could be read"
-            << (reader.lines() == 0 ? " (the log is empty)" : "") << '\n';
+            << (lines == 0 ? " (the log is empty)" : "") << '\n';
         return kCsvFailed;
     }
     if (options.final) WriteFinalFields(app, out);

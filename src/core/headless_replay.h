@@ -1,4 +1,6 @@
 #pragma once
+#include <functional>
+#include <istream>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -50,8 +52,16 @@ class HeadlessReplay {
     StreamDialogs& dialogs() { return dialogs_; }
     // One frame of the log through the receive routine of its type, as the player pushes it.
     void play(const std::string& frame);
+    // Every frame of a log file in `in`, in order: a line that is no frame is reported on err
+    // and skipped, a frame's messages name its line; afterFrame (if any) runs after each.
+    // Returns the frames played; `lines` gets the lines read and `readError` a failed read.
+    long playLog(std::istream& in, const std::string& inputName,
+                 const std::function<void(const std::string& frame)>& afterFrame, long& lines,
+                 bool& readError);
 
   private:
+    std::ostream& err_;
+    std::string prefix_;
     VirtualEventLoop loop_;
     StreamDialogs dialogs_;
     MemorySettingsStore settings_;

@@ -258,21 +258,9 @@ int RunReport(const ExportOptions& options, std::istream& in, const std::string&
     HeadlessReplay session(err, prefix, options.type,
                            {options.temp, options.speed, options.pressure});
     App& app = session.app();
-    LogFrameReader reader(in);
-    reader.onProblem = [&](long line, const std::string& problem) {
-        err << prefix << inputName << ": line " << line << ": " << problem << "; line skipped\n";
-    };
-    LogFrame frame;
-    long frames = 0;
-    while (reader.next(frame)) {
-        ++frames;
-        session.dialogs().context = inputName + ": line " + std::to_string(frame.line);
-        try {
-            session.play(frame.text);
-        } catch (const std::exception& e) {
-            err << prefix << session.dialogs().context << ": " << e.what() << '\n';
-        }
-    }
+    long lines = 0;
+    bool readError = false;
+    const long frames = session.playLog(in, inputName, {}, lines, readError);
     if (frames == 0) {
         err << prefix << inputName << ": no frame could be read\n";
         return kExitFailed;
