@@ -4,6 +4,7 @@
 #include <functional>
 #include <initializer_list>
 
+#include "display/display_polling.h"
 #include "obd/monitor_status.h"
 #include "state/app.h"
 
@@ -121,16 +122,6 @@ void openModeScreen(App& app, const char* screen) {
     if (ModeTestsAvailable(app.OBDIIHardware, app.ProtocolCode)) showScreen(app, screen);
 }
 
-// Waits the given seconds on the high-resolution stopwatch, pumping the event loop.
-void pumpedWait(App& app, double seconds) {
-    cTimeIt& t = app.TimerObject();
-    t.Start();
-    do {
-        app.loop().pump();
-        t.StopNow();
-    } while (t.Result() >= 0 && t.Result() < seconds);
-}
-
 void installToolbar(App& app) {
     FrmMain& m = app.frmMain();
     // "Connect" and "Disconnect" belong to the session logic.
@@ -184,7 +175,7 @@ void IndicatorClick(App& app, int item) {
     const char* picture = !turnOff ? kImgGreen : pid == 1 ? kImgYellow : kImgRed;
     for (int i : IndicatorItems(pid))
         m.Image1[i].setPicture(picture);
-    pumpedWait(app, kIndicatorSettle);
+    SettleWait(app, kIndicatorSettle);
 }
 
 void ToggleDebugFields(App& app) {

@@ -14,6 +14,7 @@
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QTabWidget>
@@ -146,6 +147,13 @@ void BindButton(QAbstractButton* w, Field& f) {
         w->setText(q(f.text()));
     });
     QObject::connect(w, &QAbstractButton::clicked, w, [&f] { f.click(); });
+}
+
+QPushButton* MakeButton(Field& f) {
+    auto* b = new QPushButton;
+    b->setObjectName(q(f.fullName()));
+    BindButton(b, f);
+    return b;
 }
 
 void BindLineEdit(QLineEdit* w, Field& f) {

@@ -9,6 +9,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QObject;
+class QPushButton;
 class QListWidget;
 class QSlider;
 class QTabWidget;
@@ -26,6 +27,7 @@ void Follow(QObject* owner, Observable& model, std::function<void()> redraw);
 
 void BindLabel(QLabel* w, Field& f);              // text or picture, colours, state
 void BindButton(QAbstractButton* w, Field& f);    // caption, state; click -> Field::click
+QPushButton* MakeButton(Field& f);                // a push button named and bound to f
 void BindLineEdit(QLineEdit* w, Field& f);        // text both ways
 void BindPicture(QLabel* w, Field& f, int size);  // a field shown by its picture only
 // The pointer over a cell calls Grid::mouseMove; the tool tip shown is the grid's own.

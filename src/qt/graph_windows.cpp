@@ -36,13 +36,6 @@ QLabel* label(Field& f, int pixelSize = 0, Qt::Alignment align = Qt::AlignLeft |
     return l;
 }
 
-QPushButton* button(Field& f) {
-    auto* b = new QPushButton;
-    b->setObjectName(QString::fromStdString(f.fullName()));
-    BindButton(b, f);
-    return b;
-}
-
 // Fills a menu with an entry's children, each bound to its item.
 void fillMenu(QMenu* menu, MenuItem& item) {
     for (MenuItem* child : item.children()) {
@@ -73,7 +66,7 @@ QWidget* MakeScopeWindow(FrmScope& s) {
 
     auto* top = new QHBoxLayout;
     top->addWidget(label(s.lblScopePID, 18), 1);
-    top->addWidget(button(s.cmdPIDSAvailable));
+    top->addWidget(MakeButton(s.cmdPIDSAvailable));
     v->addLayout(top);
 
     auto* panel = new QWidget;
@@ -101,9 +94,9 @@ QWidget* MakeScopeWindow(FrmScope& s) {
 
     auto* speeds = new QHBoxLayout;
     speeds->addStretch();
-    speeds->addWidget(button(s.cmdDecrease));
+    speeds->addWidget(MakeButton(s.cmdDecrease));
     speeds->addWidget(label(s.lblSpeed, 16, Qt::AlignCenter));
-    speeds->addWidget(button(s.cmdIncrease));
+    speeds->addWidget(MakeButton(s.cmdIncrease));
     speeds->addStretch();
     v->addLayout(speeds);
 

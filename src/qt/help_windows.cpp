@@ -19,10 +19,8 @@ namespace ketrel {
 namespace {
 
 QPushButton* button(Field& f) {
-    auto* b = new QPushButton;
-    b->setObjectName(QString::fromStdString(f.name()));
+    QPushButton* b = MakeButton(f);
     b->setAutoDefault(false);
-    BindButton(b, f);
     return b;
 }
 

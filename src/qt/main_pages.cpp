@@ -49,13 +49,6 @@ QLabel* readout(Field& f, int width = 110) {
     return l;
 }
 
-QPushButton* button(Field& f) {
-    auto* b = new QPushButton;
-    b->setObjectName(QString::fromStdString(f.fullName()));
-    BindButton(b, f);
-    return b;
-}
-
 QTableWidget* grid(Grid& g) {
     auto* t = new QTableWidget;
     t->setObjectName(QString::fromStdString(g.name()));
@@ -200,7 +193,7 @@ QWidget* MakeCodesPage(FrmMain& m) {
     auto* buttons = new QHBoxLayout;
     for (Field* b : {&m.cmdClearCodes, &m.cmdRequestFF, &m.cmdRequestTC, &m.cmdRequestPending,
                      &m.cmdPrintFFData})
-        buttons->addWidget(button(*b));
+        buttons->addWidget(MakeButton(*b));
     v->addLayout(buttons);
     QLabel* note = caption(m.lblCodesNote);
     note->setWordWrap(true);
@@ -258,9 +251,9 @@ QWidget* MakeVehiclePage(FrmMain& m) {
         form->addWidget(edit, row++, 1);
     }
     auto* vb = new QHBoxLayout;
-    vb->addWidget(button(m.cmdRequestInfo));
-    vb->addWidget(button(m.cmdClearVehicle));
-    vb->addWidget(button(m.Command1));
+    vb->addWidget(MakeButton(m.cmdRequestInfo));
+    vb->addWidget(MakeButton(m.cmdClearVehicle));
+    vb->addWidget(MakeButton(m.Command1));
     form->addLayout(vb, row++, 0, 1, 2);
     form->setRowStretch(row, 1);
     h->addWidget(vehicle, 1);
@@ -311,7 +304,7 @@ QWidget* MakeVehiclePage(FrmMain& m) {
         BindLineEdit(edit, *t);
         debugTexts->addWidget(edit);
     }
-    debugTexts->addWidget(button(m.Command4));
+    debugTexts->addWidget(MakeButton(m.Command4));
     debug->addLayout(debugTexts);
     outer->addLayout(debug);
     return page;

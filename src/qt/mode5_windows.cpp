@@ -47,13 +47,6 @@ QLabel* panel(StatusPanel& p) {
     return l;
 }
 
-QPushButton* button(Field& f) {
-    auto* b = new QPushButton;
-    b->setObjectName(QString::fromStdString(f.name()));
-    BindButton(b, f);
-    return b;
-}
-
 }  // namespace
 
 QWidget* MakeMode5Window(FrmMode5& f) {
@@ -66,8 +59,8 @@ QWidget* MakeMode5Window(FrmMode5& f) {
     sensors->setMinimumWidth(180);
     BindCombo(sensors, f.cmbO2);
     top->addWidget(sensors);
-    top->addWidget(button(f.cmdOk));
-    top->addWidget(button(f.cmdManuf));
+    top->addWidget(MakeButton(f.cmdOk));
+    top->addWidget(MakeButton(f.cmdManuf));
     top->addStretch();
     v->addLayout(top);
 
@@ -109,7 +102,7 @@ QWidget* MakeMode5ManufWindow(FrmMode5Manuf& f) {
     v->addLayout(middle, 1);
     auto* bottom = new QHBoxLayout;
     bottom->addStretch();
-    bottom->addWidget(button(f.cmdCancelMode5));
+    bottom->addWidget(MakeButton(f.cmdCancelMode5));
     v->addLayout(bottom);
     auto* status = new QHBoxLayout;
     status->addWidget(panel(f.Panel1), 2);

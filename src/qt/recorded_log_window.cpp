@@ -39,10 +39,8 @@ QLabel* caption(Field& f) {
 }
 
 QPushButton* button(Field& f) {
-    auto* b = new QPushButton;
-    b->setObjectName(QString::fromStdString(f.name()));
+    QPushButton* b = MakeButton(f);
     b->setAutoDefault(false);
-    BindButton(b, f);
     return b;
 }
 

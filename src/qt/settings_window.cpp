@@ -48,13 +48,6 @@ QLabel* label(Field& f) {
     return l;
 }
 
-QPushButton* button(Field& f) {
-    auto* b = new QPushButton;
-    b->setObjectName(name(f));
-    BindButton(b, f);
-    return b;
-}
-
 QComboBox* combo(ComboBox& c) {
     auto* b = new QComboBox;
     b->setObjectName(name(c));
@@ -94,7 +87,7 @@ QWidget* page(QLayout* content, std::initializer_list<Field*> buttons) {
     auto* row = new QHBoxLayout;
     row->addStretch();
     for (Field* b : buttons)
-        row->addWidget(button(*b));
+        row->addWidget(MakeButton(*b));
     v->addLayout(row);
     return w;
 }
@@ -150,7 +143,7 @@ QWidget* devicePage(FrmSettings& s) {
     dg->addWidget(label(s.lblRecommend[0]), 1, 0, 1, 3);
     g->addWidget(delay, 6, 0, 1, 2);
     auto* detect = new QHBoxLayout;
-    detect->addWidget(button(s.cmdAutoDetect));
+    detect->addWidget(MakeButton(s.cmdAutoDetect));
     detect->addWidget(label(s.lblAdapter), 1);
     g->addLayout(detect, 7, 0, 1, 2);
     return page(g, {&s.cmdApplyDevice, &s.cmdClose1});
@@ -169,8 +162,8 @@ QWidget* displayPage(FrmSettings& s) {
     current->setMinimumHeight(24);
     v->addWidget(current);
     auto* row = new QHBoxLayout;
-    row->addWidget(button(s.cmdCurrentDisplaySettings));
-    row->addWidget(button(s.cmdChangeDisplaySettings));
+    row->addWidget(MakeButton(s.cmdCurrentDisplaySettings));
+    row->addWidget(MakeButton(s.cmdChangeDisplaySettings));
     v->addLayout(row);
     return page(v, {&s.cmdClose2});
 }
@@ -185,8 +178,8 @@ QWidget* alertsPage(FrmSettings& s) {
     lg->addWidget(check(s.chConLog), 0, 0, 1, 2);
     lg->addWidget(new QLabel("LOG SIZE:"), 1, 0);
     lg->addWidget(label(s.lblFileSize), 1, 1);
-    lg->addWidget(button(s.Command1), 2, 0);
-    lg->addWidget(button(s.Command2), 2, 1);
+    lg->addWidget(MakeButton(s.Command1), 2, 0);
+    lg->addWidget(MakeButton(s.Command2), 2, 1);
     g->addWidget(log, 2, 0, 1, 2);
     return page(g, {&s.cmdApplyOther, &s.cmdDefault1, &s.cmdClose3});
 }
