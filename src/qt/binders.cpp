@@ -149,9 +149,13 @@ void BindButton(QAbstractButton* w, Field& f) {
     QObject::connect(w, &QAbstractButton::clicked, w, [&f] { f.click(); });
 }
 
+QString ObjectName(const Control& c) {
+    return q(c.fullName());
+}
+
 QPushButton* MakeButton(Field& f) {
     auto* b = new QPushButton;
-    b->setObjectName(q(f.fullName()));
+    b->setObjectName(ObjectName(f));
     BindButton(b, f);
     return b;
 }

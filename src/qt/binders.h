@@ -10,6 +10,7 @@ class QLabel;
 class QLineEdit;
 class QObject;
 class QPushButton;
+class QString;
 class QListWidget;
 class QSlider;
 class QTabWidget;
@@ -28,6 +29,7 @@ void Follow(QObject* owner, Observable& model, std::function<void()> redraw);
 void BindLabel(QLabel* w, Field& f);              // text or picture, colours, state
 void BindButton(QAbstractButton* w, Field& f);    // caption, state; click -> Field::click
 QPushButton* MakeButton(Field& f);                // a push button named and bound to f
+QString ObjectName(const Control& c);             // the widget name of a control: its full name
 void BindLineEdit(QLineEdit* w, Field& f);        // text both ways
 void BindPicture(QLabel* w, Field& f, int size);  // a field shown by its picture only
 // The pointer over a cell calls Grid::mouseMove; the tool tip shown is the grid's own.

@@ -18,28 +18,24 @@ namespace ketrel {
 
 namespace {
 
-QString name(const Control& c) {
-    return QString::fromStdString(c.fullName());
-}
-
 // A frame whose title is one of the screen's caption fields.
 QGroupBox* frame(Field& title) {
     auto* g = new QGroupBox;
-    g->setObjectName(name(title));
+    g->setObjectName(ObjectName(title));
     Follow(g, title, [g, &title] { g->setTitle(QString::fromStdString(title.text())); });
     return g;
 }
 
 QListWidget* list(ListBox& l) {
     auto* w = new QListWidget;
-    w->setObjectName(name(l));
+    w->setObjectName(ObjectName(l));
     BindList(w, l);
     return w;
 }
 
 QLabel* label(Field& f) {
     auto* l = new QLabel;
-    l->setObjectName(name(f));
+    l->setObjectName(ObjectName(f));
     l->setWordWrap(true);
     BindLabel(l, f);
     return l;
@@ -67,7 +63,7 @@ QTabWidget* sectionTabs(FrmTroubleCode& s) {
         const int tab = s.optionTab(i);
         if (tab < 0 || tab >= int(pages.size())) continue;
         auto* r = new QRadioButton;
-        r->setObjectName(name(*s.options()[i]));
+        r->setObjectName(ObjectName(*s.options()[i]));
         BindToggle(r, *s.options()[i]);
         pages[std::size_t(tab)]->addWidget(r);
     }

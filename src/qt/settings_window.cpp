@@ -23,34 +23,30 @@ namespace ketrel {
 
 namespace {
 
-QString name(const Control& c) {
-    return QString::fromStdString(c.fullName());
-}
-
 QRadioButton* option(Toggle& t) {
     auto* r = new QRadioButton;
-    r->setObjectName(name(t));
+    r->setObjectName(ObjectName(t));
     BindToggle(r, t);
     return r;
 }
 
 QCheckBox* check(Toggle& t) {
     auto* c = new QCheckBox;
-    c->setObjectName(name(t));
+    c->setObjectName(ObjectName(t));
     BindToggle(c, t);
     return c;
 }
 
 QLabel* label(Field& f) {
     auto* l = new QLabel;
-    l->setObjectName(name(f));
+    l->setObjectName(ObjectName(f));
     BindLabel(l, f);
     return l;
 }
 
 QComboBox* combo(ComboBox& c) {
     auto* b = new QComboBox;
-    b->setObjectName(name(c));
+    b->setObjectName(ObjectName(c));
     b->setMinimumWidth(230);
     BindCombo(b, c);
     return b;
