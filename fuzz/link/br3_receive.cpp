@@ -1,7 +1,8 @@
 // The count-byte converter's answers as BR3Delay finds them in the port. The first byte holds
 // the session's options in its low four bits and the protocol in the next two ("01" J1850 PWM
 // to "04" KWP 2000), the second picks the pending request (LinkFuzzSession::begin). The
-// request of that tick goes out first; then each read is a length byte and that many bytes.
+// request of that tick goes out first; then each read (up to kReadsPerInput) is a length byte
+// and that many bytes.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -38,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string protocol = "0" + std::to_string(((options >> 4) & 0x03) + 1);
     s.begin(protocol, options, in.byte());
     ketrel::BR3Request(s.app(), ketrel::Br3LineFor(protocol));
-    while (!in.done()) {
+    for (int read = 0; read < ketrel::fuzz::kReadsPerInput && !in.done(); ++read) {
         s.scan().buffer = in.bytes(in.byte());
         ketrel::BR3DelayTick(s.app());
     }

@@ -1,8 +1,8 @@
 // The text converter's replies as the scanning port hands them over. The first byte holds the
 // session's options, the second picks the pending request (LinkFuzzSession::begin); after them
-// each line of the input is one read of the port, its received-data event run on it. A chunk
-// "S" asks the next request, a chunk starting with "V" closes the frame gathered so far and
-// decodes it.
+// each line of the input (up to kReadsPerInput) is one read of the port, its received-data event
+// run on it. A chunk "S" asks the next request, a chunk starting with "V" closes the frame gathered
+// so far and decodes it.
 #include <cstddef>
 #include <cstdint>
 
@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ketrel::fuzz::InputReader in(data, size);
     const std::uint8_t options = in.byte();
     s.begin("", options, in.byte());
-    while (!in.done()) {
+    for (int read = 0; read < ketrel::fuzz::kReadsPerInput && !in.done(); ++read) {
         s.scan().buffer = in.until('\n');
         ketrel::DorvaneScanReceive(s.app());
     }

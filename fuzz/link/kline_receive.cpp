@@ -1,7 +1,8 @@
 // The raw K-line reads as KeshDelay finds them in the port, our own request's echo in front.
 // The first byte holds the session's options in its low four bits and, in bit 4, ISO 9141
 // ("03") or KWP 2000 ("04"); the second picks the pending request (LinkFuzzSession::begin).
-// That request goes out first and is the echo to strip; then each read is a length byte and
+// That request goes out first and is the echo to strip; then each read (up to kReadsPerInput)
+// is a length byte and
 // that many bytes.
 #include <cstddef>
 #include <cstdint>
@@ -38,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::uint8_t options = in.byte();
     s.begin(options & 0x10 ? "04" : "03", options, in.byte());
     ketrel::KeshRequestNext(s.app());
-    while (!in.done()) {
+    for (int read = 0; read < ketrel::fuzz::kReadsPerInput && !in.done(); ++read) {
         s.scan().buffer = in.bytes(in.byte());
         ketrel::KeshDelayTick(s.app());
     }

@@ -36,6 +36,10 @@ class FeedPort : public NullSerialPort {
     bool open = true;
 };
 
+// The reads of the port one input makes at most: enough for a split frame, answers of several
+// kinds one after another and the lists they change; more only makes each run slower.
+inline constexpr int kReadsPerInput = 16;
+
 // Takes an input apart front to back; past its end every read is empty.
 class InputReader {
   public:
