@@ -32,10 +32,13 @@ class QuietLauncher : public Launcher {
     bool openDisplaySettings() override { return false; }
 };
 
-// A fresh folder under the system's temporary folder, removed when the process ends.
+// A fresh folder in memory (/dev/shm) where there is one, else under the system's temporary
+// folder; removed when the process ends.
 inline std::filesystem::path FuzzFolder(const std::string& name) {
     static std::filesystem::path folder;
-    folder = std::filesystem::temp_directory_path() /
+    std::error_code ec;
+    const bool shm = std::filesystem::is_directory("/dev/shm", ec) && ::access("/dev/shm", W_OK) == 0;
+    folder = (shm ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) /
              ("ketrel-fuzz-" + name + "-" + std::to_string(::getpid()));
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);

@@ -1,5 +1,6 @@
-// A whole log file played to its end on virtual time: the first byte picks the type word,
-// the rest is the file. It goes through the log controller's player (LogReader, one frame per
+// A whole log file played to its end on virtual time: the first byte picks the type word
+// (and whether a second module's answer counts, which changes how ISO frames are cut), the
+// rest is the file. It goes through the log controller's player (LogReader, one frame per
 // turn of the loop) and through the loop that the CSV export and the report use
 // (LogFrameReader), both into the receive routine of that type word.
 #include <cstddef>
@@ -59,6 +60,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::size_t type = data[0] % fuzz::kTypeCount;
     fuzz::WriteBytes(LogFilePath(player.f.dir, "fuzz"), data + 1, size - 1);
 
+    const bool secondFrame = (data[0] / fuzz::kTypeCount) % 2 != 0;
+    app.SecondFrameConnect = secondFrame;
+    player.headless[type]->app().SecondFrameConnect = secondFrame;
     app.LogType = fuzz::kTypes[type];
     app.LogFrames = long(size);
     FrmRecorder& r = RecorderScreen(app);

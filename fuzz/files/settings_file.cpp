@@ -1,7 +1,8 @@
 // A settings file as the program finds it at start: read by the INI store, taken into the
 // session variables with their limits by the load of the main screen, mirrored by the
-// settings screen and written back by its Apply buttons; then the program shuts down, so the
-// next input starts it afresh.
+// settings screen and applied by its Apply buttons; then the program shuts down, so the next
+// input starts it afresh. The saves of a run stay in memory (a file rewrite per save would
+// make each input slow); two of the values go through the file at the end and are read back.
 #include <cstddef>
 #include <cstdint>
 
@@ -9,6 +10,7 @@
 #include "core/startup.h"
 #include "fuzz_rig.h"
 #include "platform/ini_settings_store.h"
+#include "platform/overlay_settings_store.h"
 #include "screens/frm_settings.h"
 
 namespace ketrel::fuzz {
@@ -52,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     IniSettingsStore ini(program.root, [](const std::string&) {});
     std::filesystem::create_directories(ini.fileFor(kAppName).parent_path());
     fuzz::WriteBytes(ini.fileFor(kAppName), data, size);
-    program.store.target = &ini;
+    OverlaySettingsStore overlay(ini);
+    program.store.target = &overlay;
 
     App& app = *program.f;
     StartApplication(app);
@@ -64,5 +67,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::press(s.cmdApplyUnits);
     app.frmMain().unload();
     program.store.target = nullptr;
+
+    ini.save(kAppName, kSection, "DataStyle", app.DataStyle);
+    ini.save(kAppName, kSection, "BR3Delay", overlay.get(kAppName, kSection, "BR3Delay"));
+    IniSettingsStore again(program.root, [](const std::string&) {});
+    // A value on one line comes back as it was saved (CR and LF would become blanks).
+    if (app.DataStyle.find_first_of("\r\n") == std::string::npos &&
+        again.get(kAppName, kSection, "DataStyle") != app.DataStyle)
+        __builtin_trap();
     return 0;
 }
