@@ -3,6 +3,8 @@
 // settings screen and applied by its Apply buttons; then the program shuts down, so the next
 // input starts it afresh. The saves of a run stay in memory (a file rewrite per save would
 // make each input slow); two of the values go through the file at the end and are read back.
+#include <sys/resource.h>
+
 #include <cstddef>
 #include <cstdint>
 
@@ -59,6 +61,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     App& app = *program.f;
     StartApplication(app);
+    // The start raises the process's priority; a fuzzer at the top priority would starve the
+    // rest of the machine.
+    setpriority(PRIO_PROCESS, 0, 0);
     program.f.loop.runFor(1600);  // the splash screen hands over
     FrmSettings& s = app.frmSettings();
     fuzz::press(s.cmdApplyDevice);
