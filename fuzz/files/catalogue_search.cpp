@@ -3,9 +3,9 @@
 // catalogue row per line with its ten columns separated by tabs. The table is refilled for
 // every input, the catalogue screen opened over it, the search pressed, and the log found is
 // opened for replay.
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <array>
 #include <fstream>
 #include <iterator>
 #include <string_view>

@@ -37,7 +37,8 @@ class QuietLauncher : public Launcher {
 inline std::filesystem::path FuzzFolder(const std::string& name) {
     static std::filesystem::path folder;
     std::error_code ec;
-    const bool shm = std::filesystem::is_directory("/dev/shm", ec) && ::access("/dev/shm", W_OK) == 0;
+    const bool shm =
+        std::filesystem::is_directory("/dev/shm", ec) && ::access("/dev/shm", W_OK) == 0;
     folder = (shm ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) /
              ("ketrel-fuzz-" + name + "-" + std::to_string(::getpid()));
     std::filesystem::remove_all(folder);
@@ -60,8 +61,8 @@ inline void WriteBytes(const std::filesystem::path& path, const std::uint8_t* da
 struct FuzzApp {
     explicit FuzzApp(const std::string& name, SettingsStore* store = nullptr)
         : dir(FuzzFolder(name)) {
-        app = std::make_unique<App>(Platform{loop, dialogs, store ? *store : settings, launcher,
-                                             display, ports, dir});
+        app = std::make_unique<App>(
+            Platform{loop, dialogs, store ? *store : settings, launcher, display, ports, dir});
     }
     App& operator*() { return *app; }
 
