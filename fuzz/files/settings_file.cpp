@@ -60,10 +60,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     program.store.target = &overlay;
 
     App& app = *program.f;
-    StartApplication(app);
     // The start raises the process's priority; a fuzzer at the top priority would starve the
-    // rest of the machine.
-    setpriority(PRIO_PROCESS, 0, 0);
+    // rest of the machine, so it goes back to where it was.
+    const int niceness = getpriority(PRIO_PROCESS, 0);
+    StartApplication(app);
+    setpriority(PRIO_PROCESS, 0, niceness);
     program.f.loop.runFor(1600);  // the splash screen hands over
     FrmSettings& s = app.frmSettings();
     fuzz::press(s.cmdApplyDevice);
