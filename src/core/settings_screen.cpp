@@ -122,10 +122,17 @@ bool confirmDefaults(App& app) {
                                  MsgButtons::YesNo) == MsgAnswer::Yes;
 }
 
+// The port number a text names, 0 for none; a number beyond any port (from a hand-edited
+// settings file) names none either.
+int portNumberIn(const std::string& text) {
+    const double number = Val(text);
+    return number >= 1 && number <= 32767 ? int(number) : 0;
+}
+
 // The device the chosen port number goes to, beside the list.
 void showDevicePath(App& app) {
     FrmSettings& s = app.frmSettings();
-    int number = int(Val(s.cmbPort.text()));
+    int number = portNumberIn(s.cmbPort.text());
     std::string path;
     if (number > 0) {
         FixedSerialDeviceLister none;
@@ -162,7 +169,7 @@ void applyDevice(App& app, SettingsState& st) {
     app.SaveSetting("BR3Delay", app.BR3Delay);
     app.SaveSetting("BR3SetDelay", BoolText(app.BR3SetDelay));
     // A device typed by the user becomes the device of the chosen port number.
-    int number = int(Val(app.ConnectPort));
+    int number = portNumberIn(app.ConnectPort);
     if (number > 0 && !s.txtDevicePath.text().empty()) {
         SavePortDevicePath(app.platform.settings, number, s.txtDevicePath.text());
         s.txtDevicePath.setText("");

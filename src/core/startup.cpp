@@ -140,7 +140,7 @@ void InstallStartup(App& app) {
         m.show();
     };
     m.onLoad = [&app] { loadMain(app); };
-    m.SplashScreen.setHandler([&app, &splash, &m] {
+    m.SplashScreen.setHandler([&splash, &m] {
         m.SplashScreen.stop();
         splash.unload();
         m.setEnabled(true);
