@@ -10,6 +10,7 @@
 #include "core/session.h"
 #include "flow/dorvane_rig.h"
 #include "link/conn_log.h"
+#include "platform/serial_port.h"
 #include "recording/log_file.h"
 #include "recording/recorder.h"
 #include "screens/frm_recorder.h"
@@ -125,6 +126,11 @@ void CollectBuffers(Rig& rig, SoakReport& r) {
     add("txtInputBR3 chars", m.txtInputBR3.text().size(), kFrameTextCap);
     add("txtKesh chars", m.txtKesh.text().size(), kFrameTextCap);
     add("VinText chars", app.VinText.size(), 17);
+    std::size_t waiting = 0;
+    for (SerialPort* port : {m.MSComm.get(), m.BR3MSComm.get(), m.KeshMSComm.get()}) {
+        if (port && port->portOpen()) waiting += std::size_t(port->inBufferCount());
+    }
+    add("port input bytes", waiting, kFrameTextCap);
     add("event queue", rig.t.loop.scheduler().size(), kQueueCap);
     add("simulator wire events", rig.wire->events().size(), sim::kHistoryCap);
     add("simulator device history", rig.deviceHistory(), 2 * sim::kHistoryCap);
