@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -35,6 +36,8 @@ class Scheduler {
     // Time of the earliest pending event, if any.
     std::optional<std::int64_t> nextDue() const;
     bool empty() const { return queue_.empty(); }
+    // How many events are waiting: a queue that only grows is a leak of armed work.
+    std::size_t size() const { return queue_.size(); }
 
   private:
     friend class Timer;

@@ -123,7 +123,7 @@ void Br3Converter::onByte(unsigned char byte) {
 }
 
 void Br3Converter::take(const Bytes& bytes) {
-    commands_.push_back(SpacedHex(bytes));
+    KeepInHistory(commands_, SpacedHex(bytes));
     if (bytes[0] == kWake) {
         awake_ = true;
         answer(link().nowMicros() + timing.wakeMs * kMs, {{0x01, 0xFF}}, false);

@@ -67,7 +67,7 @@ void DorvaneConverter::reset() {
 }
 
 void DorvaneConverter::emit(const std::string& text) {
-    sent_.push_back(text);
+    KeepInHistory(sent_, text);
     link().send(text);
 }
 
@@ -129,7 +129,7 @@ void DorvaneConverter::onByte(unsigned char byte) {
     }
     if (binaryLeft_ > 0) {
         if (--binaryLeft_ == 0) {
-            commands_.push_back("RETRY FRAME");
+            KeepInHistory(commands_, std::string("RETRY FRAME"));
             note("took the binary retry frame");
         }
         return;
@@ -156,7 +156,7 @@ void DorvaneConverter::onByte(unsigned char byte) {
 }
 
 void DorvaneConverter::takeCommand(const std::string& command) {
-    commands_.push_back(command);
+    KeepInHistory(commands_, command);
     cancelAll();
     state_ = State::Busy;
     std::int64_t now = link().nowMicros();

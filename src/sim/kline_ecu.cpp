@@ -136,7 +136,7 @@ void KlineEcu::addressEnd() {
         int bit = i < bits_.size() ? bits_[i] : 1;
         address |= static_cast<std::uint8_t>(bit << (i - 1));
     }
-    received_.push_back("address " + hexByte(address));
+    KeepInHistory(received_, "address " + hexByte(address));
     if (address != kObdAddress) {
         note("5-baud address " + hexByte(address) + " is not ours");
         return;
@@ -163,7 +163,7 @@ void KlineEcu::sendKeyBytes(std::int64_t stopEnd) {
 }
 
 void KlineEcu::invertedKey(unsigned char byte, std::int64_t now) {
-    received_.push_back("inverted key " + hexByte(byte));
+    KeepInHistory(received_, "inverted key " + hexByte(byte));
     std::int64_t after = now - lineMicros(1) - keyEnd_;
     std::uint8_t want = static_cast<std::uint8_t>(~vehicle_.keyBytes[1]);
     if (byte != want) {
@@ -185,7 +185,7 @@ void KlineEcu::invertedKey(unsigned char byte, std::int64_t now) {
 
 void KlineEcu::fastPattern(std::int64_t lowEnd) {
     sleep("wake-up pattern on the line, link dropped");
-    received_.push_back("fast init");
+    KeepInHistory(received_, "fast init");
     if (vehicle_.protocol != Protocol::Iso14230 || !vehicle_.responding) {
         note("fast initialisation ignored: not an ISO 14230 vehicle, or the ignition is off");
         return;
@@ -256,7 +256,7 @@ bool KlineEcu::headerFits(const Bytes& f) const {
 void KlineEcu::takeRequest() {
     Bytes frame;
     frame.swap(request_);
-    received_.push_back(SpacedHex(frame));
+    KeepInHistory(received_, SpacedHex(frame));
     bool sumOk =
         frame.size() >= 5 && ByteSum(Bytes(frame.begin(), frame.end() - 1)) == frame.back();
     if (!sumOk || !headerFits(frame)) {

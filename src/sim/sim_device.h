@@ -1,9 +1,27 @@
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 namespace ketrel::sim {
+
+// The histories a simulated device and its wire keep for tests and traces (commands taken,
+// frames sent, every byte on the line) hold at most this many entries; past it the older half
+// goes. A simulator running for days, in ketrel-sim or behind a "sim:" port, keeps its memory.
+inline constexpr std::size_t kHistoryCap = std::size_t(1) << 14;
+
+// Appends `entry` to a history, first dropping the older half of a full one.
+template <class T>
+void KeepInHistory(std::vector<T>& history, std::type_identity_t<T> entry) {
+    if (history.size() >= kHistoryCap) {
+        history.erase(history.begin(), history.begin() + std::ptrdiff_t(kHistoryCap / 2));
+    }
+    history.push_back(std::move(entry));
+}
 
 // What a simulated device can do at its end of a serial line: read its own clock, set
 // timers, and send bytes to the program.

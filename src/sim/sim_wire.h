@@ -88,7 +88,7 @@ class SimWire : public DeviceLink {
     void arrive(std::int64_t at, std::string bytes);
     void postWake(std::int64_t at);
     void onWake();
-    void log(WireEvent e) { events_.push_back(std::move(e)); }
+    void log(WireEvent e) { KeepInHistory(events_, std::move(e)); }
 
     Scheduler& sched_;
     SimDevice& device_;
