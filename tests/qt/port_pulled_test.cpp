@@ -5,10 +5,8 @@
 #include "sim/sim_serial_port.h"
 #include "sim/vehicle_file.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -250,6 +248,9 @@ struct Case {
     const char* simulator;  // ketrel-sim's converter; none for the two K-line cables
     const char* keshStart;  // "1" 5-baud, "3" fast initialisation
 };
+void PrintTo(const Case& c, std::ostream* os) {
+    *os << c.name;
+}
 
 // Ends the test program with a message when a case has not ended in time: a handler that
 // never returns would otherwise hold the run until the harness gives up.
