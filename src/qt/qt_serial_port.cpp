@@ -1,11 +1,24 @@
 #include "qt/qt_serial_port.h"
 
+#include <poll.h>
+
 #include <QMetaObject>
 #include <QStringList>
 
 #include "link/port_map.h"
 
 namespace ketrel {
+
+namespace {
+
+// Whether the device behind an open descriptor has hung up, as a tty does when its USB adapter
+// is pulled out (or a pseudo-terminal when its master side closes).
+bool DeviceHungUp(int fd) {
+    pollfd p{fd, POLLIN, 0};
+    return ::poll(&p, 1, 0) < 0 || (p.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+
+}  // namespace
 
 bool ParseLineSettings(const std::string& text, LineSettings& out) {
     QStringList parts = QString::fromStdString(text).split(',');
@@ -180,6 +193,12 @@ void QtSerialPort::postEvent() {
 void QtSerialPort::onError(QSerialPort::SerialPortError error) {
     if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError) return;
     if (!port_.isOpen() || closeQueued_) return;
+    if (error == QSerialPort::ReadError && !DeviceHungUp(int(port_.handle()))) {
+        // A read that found nothing: a read of ours took the bytes before the notifier's turn
+        // came. The device is still there.
+        port_.clearError();
+        return;
+    }
     // The device went away (an adapter pulled out). The port is closed outside the signal
     // (the notifier that raised it must not be destroyed under it), so nothing waits on the
     // device, and the handler is told.

@@ -19,9 +19,18 @@ class SimProcess {
           sim_(KETREL_SIM_BINARY,
                {"--converter", converter, "--vehicle", vehicleFile, "--link", link_}),
           device_(sim_.firstLine()) {}
-    ~SimProcess() { sim_.stop(SIGTERM); }
+    ~SimProcess() {
+        if (!killed_) sim_.stop(SIGTERM);
+        std::error_code ignored;
+        std::filesystem::remove(link_, ignored);
+    }
 
     bool ready() const { return !device_.empty() && std::filesystem::exists(link_); }
+    // Ends the simulator at once, as an adapter pulled out: its end of the terminal closes.
+    void kill() {
+        sim_.stop(SIGKILL);
+        killed_ = true;
+    }
     const std::string& link() const { return link_; }
 
   private:
@@ -33,6 +42,7 @@ class SimProcess {
     std::string link_;
     ChildProcess sim_;
     std::string device_;
+    bool killed_ = false;
 };
 
 }  // namespace ketrel::test
