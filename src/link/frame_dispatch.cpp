@@ -144,6 +144,7 @@ void NoteReceivedFrame(App& app, const std::string& frame) {
     m.lstRecordData.addItem(frame);
     if (app.hooks.RecordFrame && app.RecordIndex < m.lstRecordData.count()) {
         app.hooks.RecordFrame(m.lstRecordData.item(app.RecordIndex));
+        if (!app.Recording) return;  // the write failed and ended the recording: not counted
     }
     app.RecordIndex++;
     app.RecordCount++;

@@ -50,8 +50,16 @@ IniSettingsStore::File& IniSettingsStore::file(const std::string& app) {
         line = trim(line);
         if (line.empty() || line[0] == ';' || line[0] == '#') continue;
         if (line.front() == '[' && line.back() == ']') {
-            f.sections.push_back({trim(line.substr(1, line.size() - 2)), {}});
-            current = &f.sections.back();
+            // A section head seen again goes on with the same section, so that the last of
+            // a repeated key counts there too.
+            std::string name = trim(line.substr(1, line.size() - 2));
+            current = nullptr;
+            for (Section& s : f.sections)
+                if (EqualsNoCase(s.name, name)) current = &s;
+            if (!current) {
+                f.sections.push_back({name, {}});
+                current = &f.sections.back();
+            }
             continue;
         }
         auto eq = line.find('=');

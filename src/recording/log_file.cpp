@@ -64,6 +64,12 @@ bool LogWriter::writeLine(const std::string& frame) {
         if (n < 0 && errno == EINTR) continue;
         if (n <= 0) {
             error_ = SystemErrorText(n < 0 ? errno : ENOSPC);
+            // A line cut short by a full disk is taken back, so the log ends on a whole frame.
+            if (const auto written = off_t(p - line_.data()); written > 0) {
+                const off_t end = ::lseek(fd_, 0, SEEK_END);
+                if (end >= written && ::ftruncate(fd_, end - written) != 0)
+                    error_ += " (the last line of the log is incomplete)";
+            }
             return false;
         }
         p += n;

@@ -187,6 +187,11 @@ std::vector<SimMessage> SimVehicle::answer(const std::vector<std::uint8_t>& requ
     std::vector<SimMessage> out;
     if (!responding || request.empty()) return out;
     std::uint8_t mode = request[0];
+    if (refusal) {
+        for (const SimEcu& ecu : ecus)
+            out.push_back(frame(ecu, {0x7F, mode, refusal}));
+        return out;
+    }
     int pid = request.size() > 1 ? request[1] : -1;
     for (SimEcu& ecu : ecus) {
         if (mode == 0x01 && pid >= 0) {

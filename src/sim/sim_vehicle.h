@@ -49,6 +49,8 @@ class SimVehicle {
     EngineProfile engine;
     double freezeAtSeconds = 95;  // engine time of the freeze-frame snapshot
     bool responding = true;       // ignition on: the modules answer
+    // Non-zero: every module refuses every request with 7F, the mode and this code.
+    std::uint8_t refusal = 0;
 
     // The messages of every module to one request (mode byte first, then its parameters), at
     // `seconds` after the engine started. No message is the answer to what nobody supports.
