@@ -1,5 +1,7 @@
 #include "qt/qt_serial_port.h"
 
+#include <poll.h>
+
 #include <QMetaObject>
 #include <QStringList>
 
@@ -153,6 +155,16 @@ bool QtSerialPort::setBaud(int rate) {
     return ok;
 }
 
+namespace {
+
+// True while the device behind an open descriptor answers without a hang-up or an error.
+bool DeviceStillThere(int fd) {
+    pollfd p{fd, 0, 0};
+    return ::poll(&p, 1, 0) >= 0 && (p.revents & (POLLHUP | POLLERR | POLLNVAL)) == 0;
+}
+
+}  // namespace
+
 void QtSerialPort::onReadyRead() {
     // Also raised by the reads inside input(); the queued event then finds the buffer empty
     // and does not fire.
@@ -180,6 +192,13 @@ void QtSerialPort::postEvent() {
 void QtSerialPort::onError(QSerialPort::SerialPortError error) {
     if (error != QSerialPort::ResourceError && error != QSerialPort::ReadError) return;
     if (!port_.isOpen() || closeQueued_) return;
+    // input() reads the device itself, so a read notification queued before it can find the
+    // bytes gone: Qt reports that empty read as a read error. The device is still there (no
+    // hang-up), so the port stays open.
+    if (error == QSerialPort::ReadError && DeviceStillThere(int(port_.handle()))) {
+        port_.clearError();
+        return;
+    }
     // The device went away (an adapter pulled out). The port is closed outside the signal
     // (the notifier that raised it must not be destroyed under it), so nothing waits on the
     // device, and the handler is told.
