@@ -67,7 +67,8 @@ struct Export : ChildProcess {
 
 // Values of one column over all rows, in order, empty cells left out.
 std::vector<std::string> Column(const std::vector<std::string>& lines, const std::string& name) {
-    std::vector<std::string> header = Cells(lines.at(0));
+    if (lines.empty()) return {};
+    std::vector<std::string> header = Cells(lines[0]);
     auto col = std::find(header.begin(), header.end(), name) - header.begin();
     std::vector<std::string> values;
     for (std::size_t i = 1; i < lines.size(); ++i) {
