@@ -3,72 +3,16 @@
 #include <algorithm>
 #include <functional>
 
-#include "core/session.h"
-#include "flow/dorvane_rig.h"
+#include "flow/car_rig.h"
 #include "link/br3_frames.h"
-#include "link/conn_log.h"
-#include "sim/br3_converter.h"
-#include "sim/sim_serial_port.h"
-#include "sim/sim_wire.h"
-#include "sim/vehicle_file.h"
-#include "support/test_app.h"
 
 namespace ketrel::test {
 namespace {
 
-using Strings = std::vector<std::string>;
-
-// The application joined to a simulated count-byte converter on port 1, on virtual time, with
-// the session logic installed and the settings of a user who chose that converter.
-struct Br3Rig {
-    explicit Br3Rig(const std::string& car = "vpw", int start = 1)
-        : t(&ports),
-          vehicle(car == "default" ? sim::SimVehicle::Default()
-                                   : sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" +
-                                                          car + ".vehicle")
-                                         .vehicle) {
-        ports.plug(1, wire);
-        App& app = *t;
-        app.BR3SetDelay = true;
-        app.BR3Start = start;
-        app.Temp = "F";
-        SetUpSessionRig(t, kBr3, "180");
-        app.hooks.FrameDecoded = [this] { decoded.push_back(t->RawFrame); };
-    }
-    App& app() { return *t; }
-    const Strings& commands() const { return converter.commands(); }
-    void connect() {
-        t.loop.setLimitMs(t.loop.nowMs() + 200000);  // a hang fails instead of spinning
-        ConnectSession(app());
-    }
-    void run(int ms) { t.loop.runFor(ms); }
-    // Runs fn at `ms` of virtual time, inside whatever wait is going on.
-    void at(int ms, std::function<void()> fn) { t.loop.scheduler().postAt(ms * 1000, fn); }
-    std::string log() const { return ReadFile(ConnectLog::pathFor(t.dir.path())); }
-    // True when the connecting log holds these records in this order, others between them.
-    bool logged(const Strings& records) const {
-        const std::string log = this->log();
-        std::size_t at = 0;
-        for (const std::string& record : records) {  // stamped or not, each a whole record
-            at = std::min(log.find(")     " + record + "\"", at),
-                          log.find("\"" + record + "\"", at));
-            if (at++ == std::string::npos) return false;
-        }
-        return true;
-    }
-
-    sim::SimSerialPortFactory ports;
-    TestApp t;
-    sim::SimVehicle vehicle;
-    sim::Br3Converter converter{vehicle};
-    sim::SimWire wire{t.loop.scheduler(), converter};
-    Strings decoded;
+// The count-byte converter's rig: a VPW car unless told, started on the first row.
+struct Br3Rig : CarRig {
+    explicit Br3Rig(const std::string& car = "vpw", int start = 1) : CarRig(kBr3, car, start) {}
 };
-
-// A value field that a decoded answer has written.
-bool Shown(const Field& f) {
-    return !f.text().empty() && f.text() != "N/A";
-}
 
 TEST(Br3Session, ConnectsOnEachProtocolAndScans) {
     struct Case {
@@ -120,9 +64,9 @@ TEST(Br3Session, ConnectsOnEachProtocolAndScans) {
         EXPECT_EQ(app.frmMain().BR3Delay.interval(), j1850 ? 150 : 225);
         EXPECT_TRUE(r.logged(c.log));
         // The scan: one read a BR3Delay after each request, each read finding its answer.
-        const std::size_t sent = r.commands().size();
+        const std::size_t sent = r.frames().size();
         r.run(3000);
-        const std::size_t requests = r.commands().size() - sent;
+        const std::size_t requests = r.frames().size() - sent;
         EXPECT_NEAR(double(requests), 3000.0 / app.frmMain().BR3Delay.interval(), 3);
         EXPECT_LE(r.decoded.size(), requests + 1);
         EXPECT_GE(r.decoded.size(), requests);
@@ -136,8 +80,8 @@ TEST(Br3Session, NoResponseComesAfterTheTriedProbesAndRetryStartsAgain) {
     for (bool converterSilent : {true, false}) {
         SCOPED_TRACE(converterSilent);
         Br3Rig r;
-        r.converter.setSilent(converterSilent);
-        r.converter.setVehicleResponding(false);
+        r.br3->setSilent(converterSilent);
+        r.br3->setVehicleResponding(false);
         std::int64_t shownAt = 0;
         r.t.dialogs.onShow = [&](const MessageBox&) { shownAt = r.t.loop.nowMs(); };
         r.t.dialogs.answerNext(MsgAnswer::Cancel);
@@ -161,8 +105,8 @@ TEST(Br3Session, NoResponseComesAfterTheTriedProbesAndRetryStartsAgain) {
         EXPECT_FALSE(r.app().frmConnecting().loaded());
     }
     Br3Rig r;
-    r.converter.setSilent(true);
-    r.t.dialogs.onShow = [&](const MessageBox&) { r.converter.setSilent(false); };
+    r.br3->setSilent(true);
+    r.t.dialogs.onShow = [&](const MessageBox&) { r.br3->setSilent(false); };
     r.t.dialogs.answerNext(MsgAnswer::Retry);
     r.connect();
     EXPECT_TRUE(r.app().Connected);
@@ -193,7 +137,7 @@ TEST(Br3Session, EachStartRowProbesItsOwnProtocols) {
         r.t.dialogs.answerNext(MsgAnswer::Cancel);
         r.connect();
         Strings probes;
-        std::copy_if(r.commands().begin(), r.commands().end(), std::back_inserter(probes),
+        std::copy_if(r.frames().begin(), r.frames().end(), std::back_inserter(probes),
                      [](const std::string& cmd) { return cmd[0] == '4'; });
         EXPECT_EQ(probes, c.probes);
         EXPECT_EQ(r.app().Connected ? r.app().ProtocolCode : "", c.protocol);
@@ -223,7 +167,7 @@ TEST(Br3Session, Pid1CTimeOutLinksUpAndPollsJ1850WithThePwmRoutine) {
     app.frmConnecting().txtConnectingInput.onChange = [&, done = false]() mutable {
         if (done || app.frmConnecting().txtConnectingInput.text().rfind("0B486B1042", 0)) return;
         done = true;
-        r.converter.cutNextAnswers(1);
+        r.br3->cutNextAnswers(1);
     };
     r.connect();
     ASSERT_TRUE(app.Connected);
@@ -232,8 +176,8 @@ TEST(Br3Session, Pid1CTimeOutLinksUpAndPollsJ1850WithThePwmRoutine) {
     EXPECT_FALSE(r.logged({"MODE 01 PID 28 LOOKUP IN PROCESS"}));
     r.run(1000);
     // The frame after PID 1C: on the VPW header with the PWM routine's check.
-    auto it = std::find(r.commands().begin(), r.commands().end(), "07 68 6A F1 01 1C 46 01");
-    ASSERT_LT(it + 1, r.commands().end());
+    auto it = std::find(r.frames().begin(), r.frames().end(), "07 68 6A F1 01 1C 46 01");
+    ASSERT_LT(it + 1, r.frames().end());
     const std::string next = *(it + 1);
     ASSERT_EQ(next.rfind("07 68 6A F1 01 ", 0), 0u) << next;
     const std::uint8_t pwm[] = {0x61, 0x6A, 0xF1, 0x01,
@@ -258,11 +202,11 @@ TEST(Br3Session, CancelInEachStateOfTheConnectEndsItAtOnce) {
         SCOPED_TRACE(c.state);
         const bool silent = c.car == std::string("silent");
         Br3Rig r(silent ? "vpw" : c.car);
-        r.converter.setSilent(silent);
+        r.br3->setSilent(silent);
         std::size_t askedAtCancel = 0;
         r.at(c.cancelAtMs, [&] {
-            askedAtCancel = r.commands().size();
-            EXPECT_EQ(askedAtCancel ? r.commands().back() : "", c.asked);
+            askedAtCancel = r.frames().size();
+            EXPECT_EQ(askedAtCancel ? r.frames().back() : "", c.asked);
             r.app().frmConnecting().cmdConnectingCancel.onClick();
         });
         r.connect();
@@ -271,7 +215,7 @@ TEST(Br3Session, CancelInEachStateOfTheConnectEndsItAtOnce) {
         EXPECT_FALSE(r.app().Connected);
         EXPECT_FALSE(r.app().frmConnecting().loaded());
         EXPECT_FALSE(r.app().frmConnecting().BR3Connecting->portOpen());
-        EXPECT_EQ(r.commands().size(), askedAtCancel);
+        EXPECT_EQ(r.frames().size(), askedAtCancel);
         EXPECT_TRUE(r.t.dialogs.shown().empty());
         EXPECT_NE(r.log().find("USER CANCELED\"\r\n\"***"), std::string::npos);  // the last record
     }
@@ -311,16 +255,16 @@ TEST(Br3Session, AConverterThatFailsEndsInItsMessageWithoutAHang) {
         std::function<void(Br3Rig&)> fault;
         std::string title;  // "": the session may go on
     } cases[] = {
-        {"silent", false, [](Br3Rig& r) { r.converter.setSilent(true); }, kWatchdog},
-        {"rubbish", false, [](Br3Rig& r) { r.converter.garbleNextAnswers(1 << 30); }, ""},
-        {"half frames", false, [](Br3Rig& r) { r.converter.cutNextAnswers(1 << 30); }, ""},
+        {"silent", false, [](Br3Rig& r) { r.br3->setSilent(true); }, kWatchdog},
+        {"rubbish", false, [](Br3Rig& r) { r.br3->garbleNextAnswers(1 << 30); }, ""},
+        {"half frames", false, [](Br3Rig& r) { r.br3->cutNextAnswers(1 << 30); }, ""},
         {"reads before the answers", false,
          [](Br3Rig& r) { r.app().frmMain().BR3Delay.setInterval(20); }, ""},
-        {"pulled out", false, [](Br3Rig& r) { r.wire.vanish(); }, kWatchdog},
-        {"pulled out while probing", true, [](Br3Rig& r) { r.at(300, [&r] { r.wire.vanish(); }); },
+        {"pulled out", false, [](Br3Rig& r) { r.wire->vanish(); }, kWatchdog},
+        {"pulled out while probing", true, [](Br3Rig& r) { r.at(300, [&r] { r.wire->vanish(); }); },
          kNoResponse},
-        {"rubbish while connecting", true,
-         [](Br3Rig& r) { r.converter.garbleNextAnswers(1 << 30); }, kNoResponse},
+        {"rubbish while connecting", true, [](Br3Rig& r) { r.br3->garbleNextAnswers(1 << 30); },
+         kNoResponse},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);

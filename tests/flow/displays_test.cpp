@@ -12,14 +12,11 @@
 #include "core/main_screen.h"
 #include "display/displays.h"
 #include "display/fuel_economy.h"
-#include "flow/dorvane_rig.h"
+#include "flow/car_rig.h"
 #include "platform/sqlite_db.h"
 #include "screens/frm_custom_data.h"
 #include "screens/frm_mpg.h"
 #include "screens/frm_real_display.h"
-#include "sim/br3_converter.h"
-#include "sim/kline_ecu.h"
-#include "sim/vehicle_file.h"
 
 namespace ketrel::test {
 namespace {
@@ -36,43 +33,17 @@ void MakeMpgStore(const std::filesystem::path& appPath) {
 
 // The program's session and displays joined to a simulated count-byte converter and a VPW
 // pick-up on port 1, or with `kline` to a K-line cable and a KWP 2000 car woken up fast.
-struct DisplayRig {
+struct DisplayRig : CarRig {
     explicit DisplayRig(bool kline = false)
-        : t(&ports),
-          vehicle(sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" +
-                                       (kline ? "iso14230" : "vpw") + ".vehicle")
-                      .vehicle) {
-        if (kline) {
-            ecu = std::make_unique<sim::KlineEcu>(vehicle);
-            wire = std::make_unique<sim::SimWire>(t.loop.scheduler(), *ecu);
-        } else {
-            converter = std::make_unique<sim::Br3Converter>(vehicle);
-            wire = std::make_unique<sim::SimWire>(t.loop.scheduler(), *converter);
-        }
-        ports.plug(1, *wire);
+        : CarRig(kline ? kKesh : kBr3, kline ? "iso14230" : "vpw", kline ? 3 : 1) {
         App& app = *t;
-        app.BR3SetDelay = true;
-        app.BR3Start = 1;
-        app.KeshStart = 3;
-        app.Temp = "F";
         app.Speed = "MPH";
         MakeMpgStore(t.dir.path());
-        SetUpSessionRig(t, kline ? kKesh : kBr3, kline ? "225" : "180");
         InstallDisplays(app);
         InstallMainScreen(app);
-        t.loop.setLimitMs(400000);  // a hang fails instead of spinning
-        t.dialogs.answerNext(MsgAnswer::Cancel);
-        ConnectSession(app);
+        connect(MsgAnswer::Cancel);
     }
-    App& app() { return *t; }
-    void run(int ms) { t.loop.runFor(ms); }
-    void after(int ms, std::function<void()> fn) {
-        t.loop.scheduler().postAt((t.loop.nowMs() + ms) * 1000, std::move(fn));
-    }
-    // Every frame the car was sent, as spaced hex.
-    const std::vector<std::string>& sent() const {
-        return ecu ? ecu->received() : converter->commands();
-    }
+    const Strings& sent() const { return frames(); }
     // The Mode 01 PIDs asked for during `ms` from now: the byte after "F1 01" of each request.
     std::set<int> polled(int ms) {
         const std::size_t from = sent().size();
@@ -93,13 +64,6 @@ struct DisplayRig {
     S& screen(const char* name) {
         return *dynamic_cast<S*>(app().screenByName(name));
     }
-
-    sim::SimSerialPortFactory ports;
-    TestApp t;
-    sim::SimVehicle vehicle;
-    std::unique_ptr<sim::Br3Converter> converter;
-    std::unique_ptr<sim::KlineEcu> ecu;
-    std::unique_ptr<sim::SimWire> wire;
 };
 
 TEST(Displays, ExtendedListPollsItsPidsAndGivesTheCycleBackOneTickAfterClosing) {

@@ -4,65 +4,17 @@
 #include <functional>
 #include <set>
 
-#include "core/session.h"
-#include "flow/dorvane_rig.h"
-#include "link/conn_log.h"
-#include "sim/kline_ecu.h"
-#include "sim/sim_serial_port.h"
-#include "sim/sim_wire.h"
-#include "sim/vehicle_file.h"
-#include "support/test_app.h"
+#include "flow/car_rig.h"
 
 namespace ketrel::test {
 namespace {
 
-using Strings = std::vector<std::string>;
-
-// The application joined to a simulated K-line ECU on port 1 through a K-line cable, on virtual
-// time. The ECU refuses a wake-up whose timing is off.
-struct KeshRig {
+// A K-line cable's rig: the ECU refuses a wake-up whose timing is off; a question during the
+// connect is answered Cancel unless told.
+struct KeshRig : CarRig {
     KeshRig(const std::string& car, int keshStart, const char* hardware = kKesh)
-        : t(&ports),
-          vehicle(sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" + car + ".vehicle")
-                      .vehicle) {
-        ports.plug(1, wire);
-        App& app = *t;
-        app.BR3SetDelay = true;
-        app.KeshStart = keshStart;
-        app.Temp = "F";
-        SetUpSessionRig(t, hardware, "225");
-        app.hooks.FrameDecoded = [this] { decoded.push_back(t->RawFrame); };
-    }
-    App& app() { return *t; }
-    // Connects; a question is answered as given.
-    void connect(MsgAnswer answer = MsgAnswer::Cancel) {
-        t.dialogs.answerNext(answer);
-        t.loop.setLimitMs(t.loop.nowMs() + 200000);  // a hang fails instead of spinning
-        ConnectSession(app());
-    }
-    void run(int ms) { t.loop.runFor(ms); }
-    void at(int ms, std::function<void()> fn) { t.loop.scheduler().postAt(ms * 1000, fn); }
-    std::string log() const { return ReadFile(ConnectLog::pathFor(t.dir.path())); }
-    // True when the connecting log holds these records in this order, others between them.
-    bool logged(const Strings& records) const {
-        const std::string log = this->log();
-        std::size_t at = 0;
-        for (const std::string& record : records) {
-            at = std::min(log.find(")     " + record + "\"", at),
-                          log.find("\"" + record + "\"", at));
-            if (at++ == std::string::npos) return false;
-        }
-        return true;
-    }
-    // Distinct frames decoded since the connect: a scan with changing values.
-    std::size_t distinctDecoded() const { return std::set(decoded.begin(), decoded.end()).size(); }
-
-    sim::SimSerialPortFactory ports;
-    TestApp t;
-    sim::SimVehicle vehicle;
-    sim::KlineEcu ecu{vehicle};
-    sim::SimWire wire{t.loop.scheduler(), ecu};
-    Strings decoded;
+        : CarRig(hardware, car, keshStart) {}
+    void connect(MsgAnswer answer = MsgAnswer::Cancel) { CarRig::connect(answer); }
 };
 
 // How many 5-baud addresses the ECU took.
@@ -75,8 +27,8 @@ using RigSetup = std::function<void(KeshRig&)>;
 TEST(KeshSession, EachWakeUpPathConnectsAndScans) {
     // Silent through the 5-baud attempt, awake for the fast initialisation after its time-out.
     const RigSetup sleepsThroughFiveBaud = [](KeshRig& r) {
-        r.ecu.setSilent(true);
-        r.at(11000, [&r] { r.ecu.setSilent(false); });
+        r.ecu->setSilent(true);
+        r.at(11000, [&r] { r.ecu->setSilent(false); });
     };
     struct Case {
         const char* path;
@@ -147,18 +99,18 @@ TEST(KeshSession, FailedWakeUpsEndInNoCommunication) {
         int shownBeforeMs;
         RigSetup setup;
     } cases[] = {
-        {"5-baud only, no answer", "iso9141", 2, 13000, [](KeshRig& r) { r.ecu.setSilent(true); }},
+        {"5-baud only, no answer", "iso9141", 2, 13000, [](KeshRig& r) { r.ecu->setSilent(true); }},
         {"key byte 0x00", "iso9141", 2, 13000,
          [](KeshRig& r) {
              r.vehicle.keyBytes = {0x08, 0x00};
          }},
         {"rubbish to both requests", "iso14230", 2, 13000,
-         [](KeshRig& r) { r.ecu.garbleNextAnswers(2); }},
+         [](KeshRig& r) { r.ecu->garbleNextAnswers(2); }},
         {"all wake-ups, no answer", "iso14230", 1, 23000,
-         [](KeshRig& r) { r.ecu.setSilent(true); }},
+         [](KeshRig& r) { r.ecu->setSilent(true); }},
         // Without the echo the strip takes the answer's first digit for the end of the request
         // (48 after ...C4), so the ISO answer is not recognised.
-        {"no echo", "iso9141", 2, 13000, [](KeshRig& r) { r.ecu.setEcho(false); }},
+        {"no echo", "iso9141", 2, 13000, [](KeshRig& r) { r.ecu->setEcho(false); }},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.path);
@@ -180,11 +132,11 @@ TEST(KeshSession, FailedWakeUpsEndInNoCommunication) {
 
 TEST(KeshSession, RetryCancelAndAVehicleThatMisbehavesMidSession) {
     KeshRig retry("iso9141", 2);
-    retry.ecu.setSilent(true);
-    retry.t.dialogs.onShow = [&](const MessageBox&) { retry.ecu.setSilent(false); };
+    retry.ecu->setSilent(true);
+    retry.t.dialogs.onShow = [&](const MessageBox&) { retry.ecu->setSilent(false); };
     retry.connect(MsgAnswer::Retry);
     EXPECT_TRUE(retry.app().Connected);
-    EXPECT_EQ(AddressesTaken(retry.ecu), 1u);  // the first wake-up went unanswered
+    EXPECT_EQ(AddressesTaken(*retry.ecu), 1u);  // the first wake-up went unanswered
     EXPECT_TRUE(retry.logged({"RETRY COMMAND", "OPEN PORT", "RECEIVED ECU INVERTED:  CC"}));
 
     // Cancel in the idle wait: the countdown stops and nothing reaches the line.
@@ -199,18 +151,18 @@ TEST(KeshSession, RetryCancelAndAVehicleThatMisbehavesMidSession) {
     EXPECT_FALSE(cancel.app().Connected);
     EXPECT_TRUE(cancel.t.dialogs.shown().empty());
     EXPECT_EQ(cancel.log().find("START BIT"), std::string::npos);
-    EXPECT_TRUE(cancel.wire.deviceReceived().empty());
+    EXPECT_TRUE(cancel.wire->deviceReceived().empty());
 
     // Answers sent twice in one read and rubbish keep the scan going; a vehicle that falls
     // silent is left to the watchdog.
     KeshRig bad("iso14230", 2);
     bad.connect();
     ASSERT_TRUE(bad.app().Connected);
-    bad.ecu.doubleNextAnswers(5);
-    bad.ecu.garbleNextAnswers(5);
+    bad.ecu->doubleNextAnswers(5);
+    bad.ecu->garbleNextAnswers(5);
     bad.run(3000);
     EXPECT_TRUE(bad.app().Connected);
-    bad.ecu.setSilent(true);
+    bad.ecu->setSilent(true);
     bad.run(30000);
     EXPECT_FALSE(bad.app().Connected);
 }

@@ -5,8 +5,6 @@
 namespace ketrel::test {
 namespace {
 
-using Strings = std::vector<std::string>;
-
 struct Line {
     const char* hardware;
     const char* car;
@@ -63,7 +61,7 @@ TEST(Mode5, TheTenTestsOfASensorShowWhatTheCarHoldsAndTheScanGoesOn) {
         EXPECT_TRUE(r.app().frmMain().TimeOutConnect.enabled());
 
         // Sensor 2 holds tests 1, 2, 5, 7 and 8 only: the other rows go back to "N/A", greyed.
-        const int before = r.decoded;
+        const std::size_t before = r.decoded.size();
         r.runTests(1);
         EXPECT_NE(r.mode5Requests().back().find("F1 05 0A 02 "), std::string::npos);
         for (int n : {3, 4, 6, 9, 10}) {
@@ -74,7 +72,7 @@ TEST(Mode5, TheTenTestsOfASensorShowWhatTheCarHoldsAndTheScanGoesOn) {
         EXPECT_EQ(Row(f, 5), (Strings{"64", "0.128 Sec", "0.128 Sec", "0.576 Sec"}));
         // The scan chain took the line back after each run.
         r.run(2000);
-        EXPECT_GT(r.decoded, before + 5);
+        EXPECT_GT(r.decoded.size(), before + 5);
         EXPECT_TRUE(r.app().Connected);
         EXPECT_TRUE(f.unload());
         EXPECT_TRUE(r.app().frmMain().enabled());
@@ -141,9 +139,9 @@ TEST(Mode5, TheMakersSweepListsTheSupportedIdsWithTheirValuesAndGivesTheLineBack
         EXPECT_EQ(r.mode5Requests().size(), 7 + kManufRows.size());
         EXPECT_EQ(app.PidWanted, flags);
         EXPECT_TRUE(app.Mode5ManufActive);  // until the screen closes
-        const int before = r.decoded;
+        const std::size_t before = r.decoded.size();
         r.run(2000);
-        EXPECT_GT(r.decoded, before + 3);
+        EXPECT_GT(r.decoded.size(), before + 3);
         EXPECT_TRUE(f.unload());
         EXPECT_FALSE(app.Mode5ManufActive);
         EXPECT_TRUE(app.Connected);
@@ -188,7 +186,7 @@ TEST(Mode5, CancelAsksAndYesEndsTheSweepWhileNoGoesOn) {
         FrmMode5Manuf& f = r.manuf();
         EXPECT_FALSE(f.unload());  // refused while the sweep runs
         // Three rows in: 50 ms + 100 + 150 + 7 x 250 of support, 250 per test.
-        r.at(2050 + 3 * 250 + 100, [&f] { f.cmdCancelMode5.click(); });
+        r.after(2050 + 3 * 250 + 100, [&f] { f.cmdCancelMode5.click(); });
         r.t.dialogs.answerNext(answer);
         r.run(5500);
         ASSERT_EQ(r.t.dialogs.titles(), Strings{"MODE 5"});
@@ -205,8 +203,8 @@ TEST(Mode5, ScrambledRepliesEndBothRunsAsUsual) {
         SCOPED_TRACE(Trace(l));
         Mode5Rig r(l.hardware, l.car, l.start);
         r.connect();
-        if (r.br3()) r.br3()->garbleNextAnswers(30);
-        if (r.kline()) r.kline()->garbleNextAnswers(30);
+        if (r.br3) r.br3->garbleNextAnswers(30);
+        if (r.ecu) r.ecu->garbleNextAnswers(30);
         r.sae().show();
         r.runTests(0);
         EXPECT_EQ(r.sae().Panel1.text(), "End Of Progress");
@@ -226,7 +224,7 @@ TEST(Mode5, ALostConnectionEndsTheRunWithoutHangingOrGivingTheLineBack) {
         // The SAE tests: on the K-line the run stops where it is and the screen stays busy.
         r.sae().show();
         r.sae().cmdOk.click();
-        r.at(1000, [&app] { app.hooks.EndSession(); });
+        r.after(1000, [&app] { app.hooks.EndSession(); });
         r.run(4000);
         EXPECT_FALSE(app.Connected);
         const bool kline = l.hardware != std::string(kBr3);
@@ -237,7 +235,7 @@ TEST(Mode5, ALostConnectionEndsTheRunWithoutHangingOrGivingTheLineBack) {
     r.connect();
     App& app = r.app();
     OpenManuf(r);
-    r.at(3000, [&app] { app.hooks.EndSession(); });
+    r.after(3000, [&app] { app.hooks.EndSession(); });
     r.run(5000);
     EXPECT_FALSE(app.Connected);
     EXPECT_NE(r.manuf().Panel1.text(), "END OF PROCESS");

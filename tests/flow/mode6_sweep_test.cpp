@@ -4,66 +4,31 @@
 #include <functional>
 #include <memory>
 
-#include "core/session.h"
-#include "flow/dorvane_rig.h"
+#include "flow/car_rig.h"
 #include "screens/frm_mode6.h"
-#include "sim/br3_converter.h"
-#include "sim/kline_ecu.h"
-#include "sim/sim_serial_port.h"
-#include "sim/sim_wire.h"
-#include "sim/vehicle_file.h"
-#include "support/test_app.h"
 #include "sweeps/mode6_sweep.h"
 
 namespace ketrel::test {
 namespace {
 
-using Strings = std::vector<std::string>;
-
-// A session on a simulated car through the count-byte converter or a K-line cable, with the
-// Mode 6 screen installed. `edit` changes the car before the converter sees it.
-struct Mode6Rig {
+// A session with the Mode 6 screen installed, connected.
+struct Mode6Rig : CarRig {
     Mode6Rig(const char* hardware, const std::string& car, int start,
              const std::function<void(sim::SimVehicle&)>& edit = nullptr)
-        : t(&ports),
-          vehicle(sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" + car + ".vehicle")
-                      .vehicle) {
-        if (edit) edit(vehicle);
-        kline = std::string(hardware) != kBr3;
-        if (kline) {
-            ecu = std::make_unique<sim::KlineEcu>(vehicle);
-            wire = std::make_unique<sim::SimWire>(t.loop.scheduler(), *ecu);
-        } else {
-            br3 = std::make_unique<sim::Br3Converter>(vehicle);
-            wire = std::make_unique<sim::SimWire>(t.loop.scheduler(), *br3);
-        }
-        ports.plug(1, *wire);
-        App& app = *t;
-        app.BR3SetDelay = true;
-        (kline ? app.KeshStart : app.BR3Start) = start;
-        SetUpSessionRig(t, hardware, kline ? "225" : "180");
-        InstallMode6(app);
-        t.loop.setLimitMs(400000);  // a hang fails instead of spinning
-        ConnectSession(app);
+        : CarRig(hardware, car, start, nullptr, edit) {
+        InstallMode6(app());
+        connect();
     }
-    App& app() { return *t; }
     FrmMode6& f() { return *Mode6Screen(app()); }
     Grid& grid() { return f().MSFlexGrid1; }
-    // Runs fn `ms` after now, inside whatever wait is going on then.
-    void after(int ms, std::function<void()> fn) {
-        t.loop.scheduler().postAt((t.loop.nowMs() + ms) * 1000, std::move(fn));
-    }
     // Opens the screen and lets the whole sweep run.
     void sweep() {
         f().show();
         t.loop.runFor(200);
     }
-    // Frames the device took, as spaced hex.
-    Strings frames() const { return kline ? ecu->received() : br3->commands(); }
     // How many frames asked Mode 06 for this id.
     long asked(const std::string& id) const {
-        const Strings all = frames();
-        return std::count_if(all.begin(), all.end(), [&](const std::string& f) {
+        return std::count_if(frames().begin(), frames().end(), [&](const std::string& f) {
             return f.find("F1 06 " + id + " ") != std::string::npos;
         });
     }
@@ -74,14 +39,6 @@ struct Mode6Rig {
             out += grid().text(r, c) + (c == 8 ? "" : "|");
         return out;
     }
-
-    sim::SimSerialPortFactory ports;
-    TestApp t;
-    sim::SimVehicle vehicle;
-    bool kline = false;
-    std::unique_ptr<sim::Br3Converter> br3;
-    std::unique_ptr<sim::KlineEcu> ecu;
-    std::unique_ptr<sim::SimWire> wire;
 };
 
 // The rows the shipped cars hold: two components of test 01 (pass, fail), a failing 03, a test
@@ -179,7 +136,7 @@ TEST(Mode6Sweep, J1850AsksEachComponentWithTheNextFrameIndex) {
     tick.stop();
     EXPECT_GT(longest, 200);
     EXPECT_LE(longest, 270);
-    const Strings& f = r.br3->commands();
+    const Strings& f = r.frames();
     auto at = std::find(f.begin(), f.end(), "07 68 6A F1 06 01 F3 01");
     ASSERT_GE(f.end() - at, 3);
     EXPECT_EQ(Strings(at, at + 3), (Strings{"07 68 6A F1 06 01 F3 01", "07 68 6A F1 06 01 F3 02",

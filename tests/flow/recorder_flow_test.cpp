@@ -3,14 +3,10 @@
 #include <map>
 #include <memory>
 
-#include "core/session.h"
-#include "flow/dorvane_rig.h"
+#include "flow/car_rig.h"
 #include "obd/monitor_status.h"
 #include "recording/recorder.h"
 #include "recording/recording_rig.h"
-#include "sim/br3_converter.h"
-#include "sim/kline_ecu.h"
-#include "sim/vehicle_file.h"
 
 namespace ketrel::test {
 namespace {
@@ -28,35 +24,13 @@ Texts FieldTexts(App& app) {
     return texts;
 }
 
-// A session with one of the simulated devices behind port 1, as its own session test sets up.
-struct Rig {
-    Rig(const char* hardware, const std::string& car, int start) : t(&ports) {
-        vehicle =
-            car.empty()
-                ? sim::SimVehicle::Default()
-                : sim::LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" + car + ".vehicle")
-                      .vehicle;
-        if (hardware == std::string(kDorvane))
-            device = std::make_unique<sim::DorvaneConverter>(vehicle);
-        else if (hardware == std::string(kBr3))
-            device = std::make_unique<sim::Br3Converter>(vehicle);
-        else
-            device = std::make_unique<sim::KlineEcu>(vehicle);
-        wire = std::make_unique<sim::SimWire>(t.loop.scheduler(), *device);
-        ports.plug(1, *wire);
-        App& app = *t;
-        app.BR3SetDelay = true;
-        app.BR3Start = app.KeshStart = start;
-        app.Temp = "F";
-        SetUpSessionRig(t, hardware, "225");
-        InstallRecorder(app);
+// A session with one of the simulated devices behind port 1 and the recorder installed.
+struct Rig : CarRig {
+    Rig(const char* hardware, const std::string& car, int start)
+        : CarRig(hardware, car, start, "225") {
+        InstallRecorder(app());
         MakeLogCatalogue(t.dir.path());
     }
-    sim::SimSerialPortFactory ports;
-    TestApp t;
-    sim::SimVehicle vehicle;
-    std::unique_ptr<sim::SimDevice> device;
-    std::unique_ptr<sim::SimWire> wire;
 };
 
 TEST(RecorderFlow, AReplayWithoutAConverterShowsWhatTheRecordedSessionShowed) {
@@ -64,7 +38,7 @@ TEST(RecorderFlow, AReplayWithoutAConverterShowsWhatTheRecordedSessionShowed) {
         const char *type, *hardware, *car;
         int start;
     } cases[] = {
-        {"DORVANE", kDorvane, "", 1},
+        {"DORVANE", kDorvane, "default", 1},
         {"BR3", kBr3, "vpw", 1},
         {"BR3ISO", kBr3, "iso9141", 1},
         {"KESHISO-9141", kKesh, "iso9141", 2},
@@ -75,8 +49,7 @@ TEST(RecorderFlow, AReplayWithoutAConverterShowsWhatTheRecordedSessionShowed) {
         Rig rig(c.hardware, c.car, c.start);
         App& app = *rig.t;
         FrmRecorder& r = RecorderScreen(app);
-        rig.t.loop.setLimitMs(rig.t.loop.nowMs() + 200000);
-        ConnectSession(app);
+        rig.connect();
         ASSERT_TRUE(app.Connected);
         rig.t.loop.runFor(2000);
         // From a blank display, so that every value shown came from a recorded frame.

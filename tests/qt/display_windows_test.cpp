@@ -40,7 +40,7 @@ TEST(DisplayWindows, ShowTheMovingValuesOfTheSimulatedCar) {
     FrmMain& m = app.frmMain();
     m.mnuVehicleConnect.click();
     ASSERT_TRUE(app.Connected);
-    ASSERT_TRUE(test::WaitFor([&] { return filled(m.lblRPM.text()); }, 8000));
+    ASSERT_TRUE(test::WaitFor([&] { return filled(m.lblRPM.text()); }, 30000));
     auto window = [&](const char* screen) { return g.desktop->windows().windowOf(screen); };
 
     // The large display: the main screen's RPM, large, and its bar.
@@ -61,9 +61,9 @@ TEST(DisplayWindows, ShowTheMovingValuesOfTheSimulatedCar) {
     m.mnuViewMPG.click();
     auto& mpg = *dynamic_cast<FrmMPG*>(app.screenByName("frmMPG"));
     EXPECT_FALSE(app.screenByName("frmRealDisplay")->loaded());
-    EXPECT_TRUE(test::WaitFor([&] { return filled(mpg.lblInstMPG.text()); }, 6000));
+    EXPECT_TRUE(test::WaitFor([&] { return filled(mpg.lblInstMPG.text()); }, 30000));
     mpg.Timer1.setInterval(500);  // the average, sooner than its 10 s
-    EXPECT_TRUE(test::WaitFor([&] { return filled(mpg.lblMPGAve.text()); }, 3000));
+    EXPECT_TRUE(test::WaitFor([&] { return filled(mpg.lblMPGAve.text()); }, 20000));
     QApplication::processEvents();
     EXPECT_EQ(g.find<QLabel>("frmMPG", "lblInstMPG")->text().toStdString(), mpg.lblInstMPG.text());
     test::Screenshot(window("frmMPG"), "fuel_economy");
@@ -84,7 +84,7 @@ TEST(DisplayWindows, ShowTheMovingValuesOfTheSimulatedCar) {
 
     // The extended list with the car's PIDs 21, 2F and 33.
     m.mnuOptionData.click();
-    EXPECT_TRUE(test::WaitFor([&] { return filled(app.frmNewPids().lblBaro.text()); }, 6000));
+    EXPECT_TRUE(test::WaitFor([&] { return filled(app.frmNewPids().lblBaro.text()); }, 30000));
     QApplication::processEvents();
     EXPECT_EQ(g.find<QLabel>("frmNewPids", "lblBaro")->text().toStdString(),
               app.frmNewPids().lblBaro.text());

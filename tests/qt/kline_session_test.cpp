@@ -39,7 +39,7 @@ TEST(KlineSession, TheConnectingScreenCountsDownThenTheScanShowsValues) {
     status.unobserve(watch);
     EXPECT_TRUE(sawCountdown);
 
-    ASSERT_TRUE(WaitFor([&] { return app.Connected && !app.frmConnecting().visible(); }, 12000));
+    ASSERT_TRUE(WaitFor([&] { return app.Connected && !app.frmConnecting().visible(); }, 40000));
     EXPECT_EQ(app.frmMain().lblWhatProtocol.text(), "3");
     EXPECT_EQ(app.frmMain().lblKeyword1.text(), "08");
     ASSERT_TRUE(WaitFor(
@@ -47,7 +47,7 @@ TEST(KlineSession, TheConnectingScreenCountsDownThenTheScanShowsValues) {
             const std::string rpm = app.frmMain().lblRPM.text();
             return !rpm.empty() && rpm != "N/A";
         },
-        5000));
+        20000));
     Screenshot(g.desktop->windows().windowOf("frmMain"), "kline_session_main");
     app.frmMain().mnuVehicleDisconnect.onClick();
 }

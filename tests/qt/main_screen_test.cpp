@@ -52,6 +52,14 @@ bool filled(const std::string& text) {
     return !text.empty() && text != "N/A";
 }
 
+// What a failed wait reports: whether the session is still up and the messages shown.
+std::string Said(GuiApp& g) {
+    std::string out = g.app().Connected ? "connected" : "not connected";
+    for (const MessageBox& b : g.dialogs.shown())
+        out += "; " + b.title + ": " + b.text;
+    return out;
+}
+
 // The program set up for a converter on port 1, the simulator's terminal, started past its
 // splash screen; the connecting log is not written.
 void StartOnSimulatedPort(GuiApp& g, const char* hardware, const std::string& link) {
@@ -89,7 +97,8 @@ TEST(MainScreenWithSimulator, ConnectsShowsLiveDataCodesAndTheAlert) {
         [&] {
             return filled(m.lblRPM.text()) && filled(m.lblSpeed.text()) && filled(m.lblMil.text());
         },
-        10000));
+        30000))
+        << Said(g);
     auto* rpm = g.find<QLabel>("frmMain", "lblRPM");
     EXPECT_EQ(rpm->text().toStdString(), m.lblRPM.text());
     EXPECT_TRUE(m.cmdRequestTC.enabled());
@@ -104,7 +113,8 @@ TEST(MainScreenWithSimulator, ConnectsShowsLiveDataCodesAndTheAlert) {
     g.find<QPushButton>("frmMain", "cmdRequestPending")->click();
     EXPECT_TRUE(test::WaitFor(
         [&] { return !m.gridTroubleCode.text(3, 1).empty() && !m.gridPending.text(1, 1).empty(); },
-        5000));
+        20000))
+        << Said(g);
     g.find<QPushButton>("frmMain", "cmdRequestFF")->click();
     // The first sweep of the freeze frame passes positions 0 to 2 on idle syncs: some 4 s.
     EXPECT_TRUE(test::WaitFor(
@@ -112,7 +122,8 @@ TEST(MainScreenWithSimulator, ConnectsShowsLiveDataCodesAndTheAlert) {
             return !m.gridTroubleCode.text(1, 1).empty() && !g.app().RequestFFData &&
                    filled(m.lblFFRPM.text()) && filled(m.lblFFMAF.text());
         },
-        10000));
+        30000))
+        << Said(g);
     auto* codes = g.find<QTableWidget>("frmMain", "gridTroubleCode");
     ASSERT_NE(codes, nullptr);
     EXPECT_EQ(codes->columnCount(), 4);
@@ -166,10 +177,11 @@ TEST(MainScreenWithSimulator, ScansACarThroughTheCountByteConverter) {
         << (g.dialogs.shown().empty() ? std::string("no message") : g.dialogs.shown()[0].text);
     EXPECT_EQ(g.app().ProtocolCode, "02");
     EXPECT_TRUE(test::WaitFor(
-        [&] { return filled(m.lblRPM.text()) && filled(m.lblCoolant.text()); }, 15000));
+        [&] { return filled(m.lblRPM.text()) && filled(m.lblCoolant.text()); }, 30000))
+        << Said(g);
     g.find<QTabWidget>("frmMain", "SSTab1")->setCurrentIndex(3);
     g.find<QPushButton>("frmMain", "cmdRequestInfo")->click();
-    EXPECT_TRUE(test::WaitFor([&] { return m.txtVin.text().size() == 17; }, 5000))
+    EXPECT_TRUE(test::WaitFor([&] { return m.txtVin.text().size() == 17; }, 20000))
         << m.txtVin.text();
     EXPECT_EQ(m.lblWhatProtocol.text(), "2");
     EXPECT_EQ(w->statusBar()->findChild<QLabel*>("Panel1")->text(),

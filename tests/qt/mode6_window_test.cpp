@@ -39,7 +39,7 @@ TEST(Mode6Window, ASweepOnTheSimulatorFillsTheGrid) {
         during = true;
         Screenshot(g.desktop->windows().windowOf("frmMode6"), "mode6_during_sweep");
     });
-    ASSERT_TRUE(WaitFor([&] { return f.Panel1.text() == "END OF PROCESS"; }, 8000));
+    ASSERT_TRUE(WaitFor([&] { return f.Panel1.text() == "END OF PROCESS"; }, 30000));
     f.Panel2.unobserve(watch);
     EXPECT_TRUE(during);
     f.cmdFordDef.click();

@@ -53,7 +53,7 @@ TEST(QtEventLoop, TimersArmedFromQtEventsFireUnderQtsOwnLoop) {
         fired = true;
     });
     QTimer::singleShot(0, [&] { t.start(); });  // armed from inside a Qt event
-    EXPECT_TRUE(test::WaitFor([&] { return fired; }, 2000));
+    EXPECT_TRUE(test::WaitFor([&] { return fired; }, 10000));
 }
 
 TEST(QtDialogs, MapsButtonsAndAnswersWithThePressedOne) {

@@ -27,8 +27,9 @@ inline QApplication& EnsureQApp() {
     return *app;
 }
 
-// Processes Qt events until pred() holds or maxMs of real time passed.
-inline bool WaitFor(const std::function<bool()>& pred, int maxMs = 3000) {
+// Processes Qt events until pred() holds or maxMs of real time passed. The bound only stops a
+// test that would hang: keep it well above what a loaded machine needs.
+inline bool WaitFor(const std::function<bool()>& pred, int maxMs = 10000) {
     QElapsedTimer t;
     t.start();
     while (!pred()) {

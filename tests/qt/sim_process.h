@@ -12,7 +12,7 @@ namespace ketrel::test {
 
 class SimProcess {
   public:
-    // Starts the simulator with the given vehicle file and waits (up to 3 s) for its terminal.
+    // Starts the simulator with the given vehicle file and waits for its terminal.
     SimProcess(const std::string& link, const std::string& vehicleFile,
                const std::string& converter = "dorvane")
         : link_(Fresh(link)),

@@ -46,10 +46,10 @@ class PtyPair {
     void write(const std::string& bytes) {
         ASSERT_EQ(::write(master_, bytes.data(), bytes.size()), ssize_t(bytes.size()));
     }
-    // Reads until `count` bytes came or a second passed.
+    // Reads until `count` bytes came (ten seconds at most: only a hang takes that long).
     std::string read(std::size_t count) {
         return test::ReadUntil(
-            master_, [count](const std::string& s) { return s.size() >= count; }, 1000);
+            master_, [count](const std::string& s) { return s.size() >= count; }, 10000);
     }
     void closeMaster() {
         if (master_ >= 0) ::close(master_);
@@ -61,9 +61,10 @@ class PtyPair {
     std::string path_;
 };
 
-// Waits until pred() holds, for two seconds at most, running the Qt event loop or not.
+// Waits until pred() holds, running the Qt event loop or not; the ten seconds at most only stop
+// a test that would hang, a loaded machine being slow to pass the bytes on.
 bool waitUntil(const std::function<bool()>& pred, bool pump) {
-    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!pred()) {
         if (std::chrono::steady_clock::now() > end) return false;
         if (pump) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);

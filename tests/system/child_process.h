@@ -84,10 +84,11 @@ class ChildProcess {
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     pid_t pid() const { return pid_; }
-    // The first line of standard output.
-    std::string firstLine() {
+    // The first line of standard output, waited for up to `ms` (a loaded machine starts a
+    // program slowly).
+    std::string firstLine(int ms = 20000) {
         std::string s = ReadUntil(
-            out_, [](const std::string& t) { return t.find('\n') != std::string::npos; }, 3000);
+            out_, [](const std::string& t) { return t.find('\n') != std::string::npos; }, ms);
         return s.substr(0, s.find('\n'));
     }
     std::string errors() {
