@@ -41,22 +41,21 @@ TEST(DorvaneSession, AFullConnectReadsBothListsComesUpAndAsksForPid1CAndFirmware
     EXPECT_TRUE(r.t.dialogs.shown().empty());
     // The connecting log holds the whole connect, in order (its frame is ConnectLog's).
     std::string log = r.log();
-    const char* expected[] = {
-        "REQUEST DELAY:  180",
-        ")     TYPE INTERFACE USED:  DORVANE PROTOCOL CONVERTER",
-        ")     TIMEOUT SET TO 15 SECONDS",
-        ")     SET PORT:  1",
-        ")     SET BAUD RATE:  19200",
-        ")     OPEN PORT",
-        ")     TIMEOUT ENABLED",
-        ")     RECEIVED EVENT ON",
-        ")     SYNC DETECTED",
-        ")     SENDING:  010009",
-        ")     RECEIVED ALL DATA:  ",
-        ")     LOOKUP DATA IN PROCESS:",
-        ")     V DETECTED",
-        ")     SENDING:  02000A",
-        ")     REQUESTING FIRMWARE VERSION"};
+    const char* expected[] = {"REQUEST DELAY:  180",
+                              ")     TYPE INTERFACE USED:  DORVANE PROTOCOL CONVERTER",
+                              ")     TIMEOUT SET TO 15 SECONDS",
+                              ")     SET PORT:  1",
+                              ")     SET BAUD RATE:  19200",
+                              ")     OPEN PORT",
+                              ")     TIMEOUT ENABLED",
+                              ")     RECEIVED EVENT ON",
+                              ")     SYNC DETECTED",
+                              ")     SENDING:  010009",
+                              ")     RECEIVED ALL DATA:  ",
+                              ")     LOOKUP DATA IN PROCESS:",
+                              ")     V DETECTED",
+                              ")     SENDING:  02000A",
+                              ")     REQUESTING FIRMWARE VERSION"};
     std::size_t at = 0;
     for (const char* line : expected) {
         std::size_t found = log.find(line, at);
