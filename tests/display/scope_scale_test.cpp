@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "platform/text_convert.h"
 #include "display/scope_scale.h"
+#include "platform/text_convert.h"
 
 namespace ketrel {
 namespace {
@@ -88,16 +88,6 @@ TEST(ScopeScale, O2NamesFollowPid1DAndLeadBackToTheirPid) {
     }
     EXPECT_EQ(ScopePidByName("RPM"), 12);
     EXPECT_EQ(ScopePidByName("-SELECT-"), std::nullopt);
-}
-
-TEST(ScopeScale, SpeedsRunFromSlowestToFastest) {
-    EXPECT_EQ(ScopeSpeedIndex(".25x"), 0u);
-    EXPECT_EQ(ScopeSpeedIndex("8x"), 5u);
-    EXPECT_EQ(ScopeSpeedIndex("3x"), std::nullopt);
-    int periods[6];
-    for (std::size_t i = 0; i < 6; ++i)
-        periods[i] = kScopeSpeeds[i].periodMs;
-    EXPECT_EQ(std::vector<int>(periods, periods + 6), (std::vector<int>{300, 150, 75, 38, 19, 9}));
 }
 
 }  // namespace

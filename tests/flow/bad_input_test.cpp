@@ -1,6 +1,5 @@
-// What the program does when the converter sends what it should not: noise, one character
-// at a time, an endless frame, half a frame, or nothing at all because it was pulled out.
-// Each case must end in the program's own messages, never in a crash or a wait without end.
+// Bad input from the text converter ends in the program's own messages, never a crash or a
+// hang. A flood of random bytes is LinkFaults' and a pull during a session PortPulled's.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -69,10 +68,6 @@ struct Watch {
 const char* const kWatchdogTitle = "Communication Not Found";
 const char* const kConnectTitle = "No Communication";
 
-std::vector<std::string> Titles(const DorvaneRig& r) {
-    return r.t.dialogs.titles();
-}
-
 // A session that is up and scanning, with a limit on virtual time that a hang would hit.
 void ConnectAndScan(DorvaneRig& r) {
     r.connect();
@@ -88,15 +83,12 @@ TEST(BadConverterInput, RubbishInASessionEndsInTheWatchdogsMessageWithTheBufferB
         std::vector<std::pair<int, std::string>> bursts;
     };
     Noise noise(7);
-    Case cases[3] = {{"random bytes, any value", {}},
-                     {"rubbish without a frame start, one character at a time", {}},
+    Case cases[2] = {{"rubbish without a frame start, one character at a time", {}},
                      {"rubbish without a frame start, 9 kB in big bursts", {}}};
-    for (int ms = 0; ms < 5000; ms += 5)
-        cases[0].bursts.emplace_back(ms, noise.bytes(1 + noise.byte() % 8));
     for (int ms = 0; ms < 5000; ms += 1)
-        cases[1].bursts.emplace_back(ms, noise.inert(1));
+        cases[0].bursts.emplace_back(ms, noise.inert(1));
     for (int ms = 0; ms < 5000; ms += 500)
-        cases[2].bursts.emplace_back(ms, noise.inert(900));
+        cases[1].bursts.emplace_back(ms, noise.inert(900));
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         DorvaneRig r;
@@ -107,7 +99,7 @@ TEST(BadConverterInput, RubbishInASessionEndsInTheWatchdogsMessageWithTheBufferB
             SendAt(r, ms, bytes);
         r.run(30000);
         EXPECT_FALSE(r.app().Connected);
-        EXPECT_EQ(Titles(r), std::vector<std::string>{kWatchdogTitle});
+        EXPECT_EQ(r.t.dialogs.titles(), std::vector<std::string>{kWatchdogTitle});
         EXPECT_LE(w.longestInput, kDorvaneFrameCap);
         EXPECT_LE(w.longestFrame, kDorvaneFrameCap);
         EXPECT_FALSE(r.app().frmMain().MSComm->portOpen());
@@ -212,12 +204,6 @@ TEST(BadConverterInput, AConverterThatFailsEndsTheSessionOrTheConnectCleanly) {
          {},
          {kWatchdogTitle},
          nothing},
-        {"pulled out during a session",
-         false,
-         [](DorvaneRig& r) { r.wire.vanish(); },
-         {},
-         {kWatchdogTitle},
-         nothing},
         {"pulled out during a connect, then Cancel",
          true,
          pullAfter100,
@@ -249,7 +235,7 @@ TEST(BadConverterInput, AConverterThatFailsEndsTheSessionOrTheConnectCleanly) {
             c.fault(r);
             r.run(15000);
         }
-        EXPECT_EQ(Titles(r), c.titles);
+        EXPECT_EQ(r.t.dialogs.titles(), c.titles);
         c.check(r, w);
         EXPECT_FALSE(r.app().Connected);
         EXPECT_FALSE(r.app().frmConnecting().loaded());

@@ -16,26 +16,16 @@
 namespace ketrel::test {
 namespace {
 
-class StandIn : public Screen {
-  public:
-    StandIn(EventLoop& loop, const std::string& name) : Screen(loop, name, name) {}
-};
-
 // The phases in which the states are read.
 enum Phase { kStart, kConnecting, kConnected, kAfter, kPhases };
 
 // The whole program on virtual time with the simulated converter on port 1.
 struct Program {
-    explicit Program(bool laterScreens) : t(&ports) {
+    Program() : t(&ports) {
         ports.plug(1, wire);
         std::filesystem::create_directories(t.dir.path() / "Log");
         t.settings.save(kAppName, kSection, "OBDIIHardware", kDorvane);
         t.settings.save(kAppName, kSection, "ConnectPort", "1");
-        if (laterScreens) {
-            for (const char* s : {"frmRecordedLog", "frmRecorder", "frmMode6", "frmScope",
-                                  "frmTroubleCode", "frmCustomData"})
-                t->addScreen(std::make_unique<StandIn>(t.loop, s));
-        }
         InstallApplication(*t);
         StartApplication(*t);
         t.loop.runFor(2000);  // past the splash screen
@@ -86,8 +76,8 @@ struct Row {
     std::array<bool, kPhases> on;  // start, connecting, connected, after
 };
 
-void check(bool laterScreens, const std::vector<Row>& rows) {
-    Program p(laterScreens);
+void check(const std::vector<Row>& rows) {
+    Program p;
     FrmMain& m = p.m();
     std::vector<Control*> controls;
     for (const Row& r : rows) {
@@ -107,58 +97,46 @@ void check(bool laterScreens, const std::vector<Row>& rows) {
 }
 
 TEST(MainScreenStates, FollowTheSessionFromStartToDisconnect) {
-    check(false, {
-                     {"mnuVehicleConnect", {1, 0, 0, 1}},
-                     {"Connect", {1, 0, 0, 1}},
-                     // Ending a session leaves the entry on; pressing it again only ends the
-                     // ended session once more.
-                     {"mnuVehicleDisconnect", {0, 1, 1, 1}},
-                     {"Disconnect", {0, 1, 1, 0}},
-                     {"mnuOptionSettings", {1, 0, 0, 1}},
-                     {"cmdRequestTC", {0, 0, 1, 0}},
-                     {"cmdRequestFF", {0, 0, 1, 0}},
-                     {"cmdRequestPending", {0, 0, 1, 0}},
-                     {"cmdClearCodes", {0, 0, 1, 0}},
-                     {"cmdRequestInfo", {0, 0, 1, 0}},
-                     {"mnuVehicleRequestTC", {0, 0, 1, 0}},
-                     {"mnuVehicleRequestFF", {0, 0, 1, 0}},
-                     {"mnuVehicleRequestPending", {0, 0, 1, 0}},
-                     {"mnuVehicleClear", {0, 0, 1, 0}},
-                     {"mnuVehicleInfo", {0, 0, 1, 0}},
-                     {"mnuAboutHardware", {0, 0, 1, 0}},
-                     {"mnuViewMode6", {0, 0, 1, 0}},
-                     {"Mode6", {0, 0, 1, 0}},
-                     {"mnuEditPidsOver", {1, 1, 1, 1}},
-                     {"mnuHelpHistory", {1, 1, 1, 1}},
-                     {"mnuOptionData", {1, 1, 1, 1}},
-                     {"mnuFileOpen", {1, 0, 0, 1}},
-                     // The log controller comes with the session.
-                     {"mnuEditRecord", {0, 0, 1, 0}},
-                     {"Controller", {0, 0, 1, 0}},
-                     {"mnuViewCodes", {1, 1, 1, 1}},
-                     {"DTC", {1, 1, 1, 1}},
-                     // The data displays are in: their entries follow the session.
-                     {"Custom Display", {0, 0, 1, 0}},
-                     {"mnuViewCoolant", {0, 0, 1, 0}},
-                     {"mnuViewMPG", {0, 0, 1, 0}},
-                     {"mnuViewResetMPG", {0, 0, 1, 0}},
-                 });
-}
-
-TEST(MainScreenStates, EntriesOfLaterScreensFollowTheSessionOnceTheScreensExist) {
-    check(true, {
-                    {"mnuFileOpen", {1, 0, 0, 1}},
-                    {"mnuEditRecord", {0, 0, 1, 0}},
-                    {"Controller", {0, 0, 1, 0}},
-                    {"Custom Display", {0, 0, 1, 0}},
-                    {"mnuOptionList", {0, 0, 1, 0}},
-                    {"mnuViewMode6", {0, 0, 1, 0}},
-                    {"Mode6", {0, 0, 1, 0}},
-                    {"mnuViewMode5", {0, 0, 1, 0}},
-                    {"Mode5", {0, 0, 1, 0}},
-                    {"mnuViewScope", {1, 1, 1, 1}},
-                    {"mnuViewCodes", {1, 1, 1, 1}},
-                });
+    check({
+        {"mnuVehicleConnect", {1, 0, 0, 1}},
+        {"Connect", {1, 0, 0, 1}},
+        // Ending a session leaves the entry on; pressing it again only ends the
+        // ended session once more.
+        {"mnuVehicleDisconnect", {0, 1, 1, 1}},
+        {"Disconnect", {0, 1, 1, 0}},
+        {"mnuOptionSettings", {1, 0, 0, 1}},
+        {"cmdRequestTC", {0, 0, 1, 0}},
+        {"cmdRequestFF", {0, 0, 1, 0}},
+        {"cmdRequestPending", {0, 0, 1, 0}},
+        {"cmdClearCodes", {0, 0, 1, 0}},
+        {"cmdRequestInfo", {0, 0, 1, 0}},
+        {"mnuVehicleRequestTC", {0, 0, 1, 0}},
+        {"mnuVehicleRequestFF", {0, 0, 1, 0}},
+        {"mnuVehicleRequestPending", {0, 0, 1, 0}},
+        {"mnuVehicleClear", {0, 0, 1, 0}},
+        {"mnuVehicleInfo", {0, 0, 1, 0}},
+        {"mnuAboutHardware", {0, 0, 1, 0}},
+        {"mnuViewMode6", {0, 0, 1, 0}},
+        {"Mode6", {0, 0, 1, 0}},
+        {"mnuEditPidsOver", {1, 1, 1, 1}},
+        {"mnuHelpHistory", {1, 1, 1, 1}},
+        {"mnuOptionData", {1, 1, 1, 1}},
+        {"mnuFileOpen", {1, 0, 0, 1}},
+        // The log controller comes with the session.
+        {"mnuEditRecord", {0, 0, 1, 0}},
+        {"Controller", {0, 0, 1, 0}},
+        {"mnuViewCodes", {1, 1, 1, 1}},
+        {"DTC", {1, 1, 1, 1}},
+        // The data displays are in: their entries follow the session.
+        {"Custom Display", {0, 0, 1, 0}},
+        {"mnuViewCoolant", {0, 0, 1, 0}},
+        {"mnuViewMPG", {0, 0, 1, 0}},
+        {"mnuViewResetMPG", {0, 0, 1, 0}},
+        {"mnuOptionList", {0, 0, 1, 0}},
+        {"mnuViewMode5", {0, 0, 1, 0}},
+        {"Mode5", {0, 0, 1, 0}},
+        {"mnuViewScope", {1, 1, 1, 1}},
+    });
 }
 
 }  // namespace

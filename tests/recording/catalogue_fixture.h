@@ -1,9 +1,9 @@
 #pragma once
 #include <gtest/gtest.h>
 
-#include "platform/sqlite_db.h"
 #include "recording/log_catalogue.h"
 #include "recording/recorded_log.h"
+#include "recording/recording_rig.h"
 #include "screens/frm_recorded_log.h"
 #include "screens/frm_recorder.h"
 #include "support/test_app.h"
@@ -24,13 +24,8 @@ struct CatalogueApp {
     FrmRecorder* rec = nullptr;
 
     explicit CatalogueApp(const std::vector<LogRecord>& rows = {}) {
-        auto db = t.dir.path() / "System" / "LogRecords.db";
-        std::filesystem::create_directories(db.parent_path());
+        MakeLogCatalogue(t.dir.path());
         std::filesystem::create_directories(t.dir.path() / "Log");
-        SqliteDb sql;
-        EXPECT_TRUE(sql.open(db, true));
-        EXPECT_TRUE(sql.execScript(ReadFile(std::string(KETREL_DATA_DIR) + "/db/LogRecords.sql")));
-        sql.close();
         LogCatalogue cat;
         EXPECT_TRUE(cat.open(t.dir.path())) << cat.error();
         for (const LogRecord& r : rows)
