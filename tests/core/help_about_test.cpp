@@ -104,8 +104,6 @@ TEST(AboutScreens, VersionAndHardwareTable) {
             const bool chosen = c.hardware == std::string(d.hardware);
             const std::string own = chosen && !c.version.empty() ? c.version : d.facts.firmware;
             EXPECT_EQ(s.gridHardware.text(r, 4), own) << c.hardware << " row " << r;
-            EXPECT_NE(s.gridHardware.text(r, 3).find(".example.com"), std::string::npos);
-            EXPECT_FALSE(s.gridHardware.text(r, 5).empty());
         }
         s.cmdOK.click();
     }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "obd/value_fields.h"
 #include "reply_cells.h"
 #include "support/test_app.h"
@@ -75,7 +77,9 @@ TEST(MonitorStatus, ClearingRoutinesCoverTheirFields) {
     std::vector<Field*> tab3{&m.lblOBDDesign,   &m.lblWhatProtocol, &m.lblECMAddress,
                              &m.lblECMAddress2, &m.lblKeyword1,     &m.lblKeyword2};
     EXPECT_EQ(main.size(), 37u);
-    EXPECT_EQ(freeze.size(), 16u);
+    EXPECT_EQ(std::set<Field*>(freeze.begin(), freeze.end()).size(), 16u);
+    for (Field* f : freeze)
+        EXPECT_EQ(f->name().rfind("lblFF", 0), 0u) << f->name();
     EXPECT_EQ(extended.size(), 60u);
     auto fill = [&] {
         for (auto* list : {&main, &freeze, &extended, &tab3})
