@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "link/br3_test_port.h"
-#include "obd/bit_operations.h"
 
 namespace ketrel {
 namespace {
@@ -15,10 +14,7 @@ using test::Br3Session;
 void Receive(Br3Session& s, const std::string& hex) {
     s.app().PidWanted[0x0D] = s.app().Mode1Supported[0x0D] = true;
     s.scan->buffer.clear();
-    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-        bool bad = false;
-        s.scan->buffer.push_back(char(HexTextToByte(hex.substr(i, 2), bad)));
-    }
+    s.scan->putHex(hex);
     BR3DelayTick(s.app());
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "link/serial_timing.h"
+#include "obd/bit_operations.h"
 #include "platform/null_serial_port.h"
 #include "support/test_app.h"
 
@@ -19,6 +20,13 @@ class ScriptedPort : public NullSerialPort {
     std::string input() override { return std::exchange(buffer, {}); }
     void output(std::string_view bytes) override { sent.emplace_back(bytes); }
     int commEvent() const override { return kCommEventReceive; }
+    // Puts the bytes of hex text ("486B10") in the buffer, as a device's answer.
+    void putHex(const std::string& hex) {
+        for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
+            bool bad = false;
+            buffer.push_back(char(HexTextToByte(hex.substr(i, 2), bad)));
+        }
+    }
 
     std::string buffer;
     std::vector<std::string> sent;

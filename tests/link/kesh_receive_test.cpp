@@ -4,7 +4,6 @@
 
 #include "link/br3_test_port.h"
 #include "link/kesh_request.h"
-#include "obd/bit_operations.h"
 
 namespace ketrel {
 namespace {
@@ -15,10 +14,7 @@ struct KeshSession : test::Br3Session {
         : Br3Session(protocolCode, kKesh, "KeshMSComm") {}
     // Puts hex text in the port's buffer and lets KeshDelay tick.
     void receive(const std::string& hex) {
-        for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-            bool bad = false;
-            scan->buffer.push_back(char(HexTextToByte(hex.substr(i, 2), bad)));
-        }
+        scan->putHex(hex);
         KeshDelayTick(*t);
     }
     std::string lastSent() const { return scan->sent.empty() ? "" : BytesToHex(scan->sent.back()); }

@@ -28,25 +28,21 @@ struct Ftdi : SerialAdapterInspector {
 };
 
 TEST(KlineAdapter, TellsTheLogAndTheStatusLineWhatStandsInTheWay) {
+    const std::string adapter = "ADAPTER:  ftdi_sio (FTDI), latency timer 16 ms",
+                      set = "LATENCY TIMER SET:  1 mS", noLow = "LOW LATENCY:  NOT AVAILABLE";
     struct Case {
         bool refuses, writable;
         std::vector<std::string> log;
         std::string status;
     } cases[] = {
-        {false,
-         true,
-         {"ADAPTER:  ftdi_sio (FTDI), latency timer 16 ms", "LATENCY TIMER SET:  1 mS",
-          "LOW LATENCY:  NOT AVAILABLE"},
-         ""},
+        {false, true, {adapter, set, noLow}, ""},
         {false,
          false,
-         {"ADAPTER:  ftdi_sio (FTDI), latency timer 16 ms", "LATENCY TIMER NOT CHANGED:  16 mS",
-          "LOW LATENCY:  NOT AVAILABLE"},
+         {adapter, "LATENCY TIMER NOT CHANGED:  16 mS", noLow},
          "Adapter latency timer 16 ms: answers may come late"},
         {true,
          true,
-         {"ADAPTER:  ftdi_sio (FTDI), latency timer 16 ms", "LATENCY TIMER SET:  1 mS",
-          "LOW LATENCY:  NOT AVAILABLE", "THE ADAPTER DRIVER REFUSES A BREAK:  ftdi_sio"},
+         {adapter, set, noLow, "THE ADAPTER DRIVER REFUSES A BREAK:  ftdi_sio"},
          "The adapter's driver refuses a break: no K-line wake-up possible"},
     };
     for (const auto& c : cases) {

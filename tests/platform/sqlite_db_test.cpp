@@ -16,7 +16,7 @@ fs::path TempFile(const char* name) {
     return p;
 }
 
-TEST(SqliteDb, ValuesTravelAsParametersAndComeBackAsText) {
+TEST(SqliteDb, ValuesTravelAsParametersAndBadFilesFailToOpen) {
     const fs::path file = TempFile("values.db");
     SqliteDb db;
     ASSERT_TRUE(db.open(file, true)) << db.error();
@@ -30,20 +30,19 @@ TEST(SqliteDb, ValuesTravelAsParametersAndComeBackAsText) {
     EXPECT_FALSE(db.exec("INSERT INTO missing VALUES (1)"));
     EXPECT_NE(db.error().find("missing"), std::string::npos);
     fs::remove(file);
-}
 
-TEST(SqliteDb, AMissingOrDamagedFileFailsToOpenWithAMessage) {
+    // A missing or damaged file fails to open, with a message.
     const fs::path missing = TempFile("missing.db");
-    SqliteDb db;
-    EXPECT_FALSE(db.open(missing));
-    EXPECT_FALSE(db.error().empty());
+    SqliteDb bad;  // no error left from the queries above
+    EXPECT_FALSE(bad.open(missing));
+    EXPECT_FALSE(bad.error().empty());
     EXPECT_FALSE(fs::exists(missing));
 
     const fs::path damaged = TempFile("damaged.db");
     std::ofstream(damaged) << std::string(4096, 'x');
-    EXPECT_FALSE(db.open(damaged));
-    EXPECT_FALSE(db.isOpen());
-    EXPECT_FALSE(db.error().empty());
+    EXPECT_FALSE(bad.open(damaged));
+    EXPECT_FALSE(bad.isOpen());
+    EXPECT_FALSE(bad.error().empty());
     fs::remove(damaged);
 }
 

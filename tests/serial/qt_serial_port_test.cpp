@@ -63,7 +63,7 @@ class PtyPair {
 
 // Waits until pred() holds, running the Qt event loop or not; the ten seconds at most only stop
 // a test that would hang, a loaded machine being slow to pass the bytes on.
-bool waitUntil(const std::function<bool()>& pred, bool pump) {
+bool waitUntil(const std::function<bool()>& pred, bool pump = true) {
     auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!pred()) {
         if (std::chrono::steady_clock::now() > end) return false;
@@ -72,12 +72,8 @@ bool waitUntil(const std::function<bool()>& pred, bool pump) {
     }
     return true;
 }
-bool pumpUntil(const std::function<bool()>& pred) {
-    return waitUntil(pred, true);
-}
-bool spinUntil(const std::function<bool()>& pred) {
-    return waitUntil(pred, false);
-}
+const auto pumpUntil = [](const std::function<bool()>& pred) { return waitUntil(pred); };
+const auto spinUntil = [](const std::function<bool()>& pred) { return waitUntil(pred, false); };
 
 class QtSerialPortTest : public ::testing::Test {
   protected:

@@ -5,8 +5,7 @@
 #include <regex>
 
 #include "platform/virtual_event_loop.h"
-#include "sim/sim_serial_port.h"
-#include "sim/vehicle_file.h"
+#include "sim/sim_test_rig.h"
 
 namespace ketrel::sim {
 namespace {
@@ -25,15 +24,10 @@ Bytes FromHex(std::string text) {
 // The program's side reduced to its port: it sends, waits, and reads what has come, the way
 // the connect and the request cycle read the converter a fixed time after each request.
 struct Rig {
-    explicit Rig(const std::string& car)
-        : vehicle(
-              LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" + car + ".vehicle").vehicle) {
-        ports.plug(1, wire);
-        port = ports.create("BR3MSComm");
-        port->setCommPort(1);
-        port->setSettings("19200,n,8,1");
-        port->setRThreshold(1);
-        port->setOnComm([this] { arrivals.push_back(loop.virtualClock().nowMicros() / 1000.0); });
+    explicit Rig(const std::string& car) : vehicle(test::LoadCar(car)) {
+        port = test::PlugPort(ports, wire, "BR3MSComm", "19200,n,8,1", [this] {
+            arrivals.push_back(loop.virtualClock().nowMicros() / 1000.0);
+        });
         port->setPortOpen(true);
     }
     // Sends the bytes, waits `ms` and returns what has come as hex text ("0200").

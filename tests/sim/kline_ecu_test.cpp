@@ -5,23 +5,15 @@
 #include <regex>
 
 #include "platform/virtual_event_loop.h"
-#include "sim/sim_serial_port.h"
-#include "sim/vehicle_file.h"
+#include "sim/sim_test_rig.h"
 
 namespace ketrel::sim {
 namespace {
 
 // The program's side reduced to its port on a K-line: break edges, baud changes, bytes.
 struct Rig {
-    explicit Rig(const std::string& car)
-        : vehicle(
-              LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/" + car + ".vehicle").vehicle) {
-        ports.plug(1, wire);
-        port = ports.create("KeshMSComm");
-        port->setCommPort(1);
-        port->setSettings("10400,n,8,1");
-        port->setRThreshold(1);
-        port->setOnComm([this] {
+    explicit Rig(const std::string& car) : vehicle(test::LoadCar(car)) {
+        port = test::PlugPort(ports, wire, "KeshMSComm", "10400,n,8,1", [this] {
             std::string in = port->input();
             if (!in.empty()) reads.push_back({loop.virtualClock().nowMicros() / 1000.0, in});
         });
