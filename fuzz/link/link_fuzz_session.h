@@ -220,4 +220,22 @@ class LinkFuzzSession : public SerialPortFactory {
     SessionVars linkUp_;
 };
 
+// A session of the count-byte converter or a K-line cable on an ISO 9141 car whose support
+// lists came in through the device's own receive tick, kept as the state each input starts from.
+inline LinkFuzzSession& IsoSession(const char* hardware, const char* scanPort, void (*tick)(App&)) {
+    static LinkFuzzSession* session = [&] {
+        auto* s = new LinkFuzzSession(hardware, scanPort);
+        s->begin("03", 0, 0);
+        for (const std::string& answer :
+             {std::string("\x48\x6B\x10\x41\x00\xBE\x1F\xA8\x13\x00", 10),
+              std::string("\x48\x6B\x10\x42\x00\x00\x18\x00\x00\x00\x00", 11)}) {
+            s->scan().buffer = answer;
+            tick(s->app());
+        }
+        s->keepLinkState();
+        return s;
+    }();
+    return *session;
+}
+
 }  // namespace ketrel::fuzz
