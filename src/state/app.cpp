@@ -35,16 +35,23 @@ void App::SaveSetting(const std::string& key, const std::string& value) {
     platform.settings.save(kAppName, kSection, key, value);
 }
 
+std::array<Screen*, 6> App::fixedScreens() const {
+    return {frmMain_.get(),   frmSettings_.get(), frmConnecting_.get(),
+            frmSplash_.get(), frmNewPids_.get(),  frmAlertMIL_.get()};
+}
+
+// Called on every replayed frame and timer tick, so it looks without building a list.
 Screen* App::screenByName(const std::string& name) {
-    for (Screen* s : screens()) {
+    for (Screen* s : fixedScreens())
         if (s->name() == name) return s;
-    }
+    for (auto& s : extraScreens_)
+        if (s->name() == name) return s.get();
     return nullptr;
 }
 
 std::vector<Screen*> App::screens() {
-    std::vector<Screen*> all{frmMain_.get(),   frmSettings_.get(), frmConnecting_.get(),
-                             frmSplash_.get(), frmNewPids_.get(),  frmAlertMIL_.get()};
+    const auto fixed = fixedScreens();
+    std::vector<Screen*> all(fixed.begin(), fixed.end());
     for (auto& s : extraScreens_)
         all.push_back(s.get());
     return all;

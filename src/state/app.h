@@ -261,6 +261,7 @@ class App {
     std::unique_ptr<FrmSplash> frmSplash_;
     std::unique_ptr<FrmNewPids> frmNewPids_;
     std::unique_ptr<FrmAlertMIL> frmAlertMIL_;
+    std::array<Screen*, 6> fixedScreens() const;
     std::vector<std::unique_ptr<Screen>> extraScreens_;
     std::unique_ptr<cTimeIt> timerObject_;
 };
