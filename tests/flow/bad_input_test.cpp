@@ -2,68 +2,27 @@
 // hang. A flood of random bytes is LinkFaults' and a pull during a session PortPulled's.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <functional>
 
-#include "core/scan_cycle.h"
-#include "flow/dorvane_rig.h"
+#include "flow/car_rig.h"
 #include "link/dorvane_receive.h"
 
 namespace ketrel::test {
 namespace {
 
-// A repeatable stream of bytes of any value.
-class Noise {
-  public:
-    explicit Noise(std::uint32_t seed) : state_(seed) {}
-    unsigned char byte() {
-        state_ = state_ * 1664525u + 1013904223u;
-        return static_cast<unsigned char>(state_ >> 24);
-    }
-    std::string bytes(std::size_t n) {
-        std::string s;
-        for (std::size_t i = 0; i < n; ++i)
-            s += char(byte());
-        return s;
-    }
-    // Bytes of any value but "V", "S" and "P", so that none starts a frame, asks for a
-    // request or says the converter is searching.
-    std::string inert(std::size_t n) {
-        std::string s;
-        while (s.size() < n) {
-            char c = char(byte());
-            if (c != 'V' && c != 'S' && c != 'P') s += c;
-        }
-        return s;
-    }
-
-  private:
-    std::uint32_t state_;
-};
+// Bytes of any value but "V", "S" and "P", so that none starts a frame, asks for a request or
+// says the converter is searching.
+std::string Inert(Noise& noise, std::size_t n) {
+    std::string s;
+    while (s.size() < n)
+        if (char c = char(noise.byte()); c != 'V' && c != 'S' && c != 'P') s += c;
+    return s;
+}
 
 // Sends bytes from the converter's end of the wire `ms` after now, as the device would.
 void SendAt(DorvaneRig& r, int ms, std::string bytes) {
-    r.wire.after(std::int64_t(ms) * 1000, [&r, b = std::move(bytes)] { r.wire.send(b); });
+    r.wire->after(std::int64_t(ms) * 1000, [&r, b = std::move(bytes)] { r.wire->send(b); });
 }
-
-// What a test watches while the bytes come: decoded frames, and the longest text the
-// frame buffer and a decoded frame ever held.
-struct Watch {
-    explicit Watch(App& app) {
-        for (Field* input :
-             {&app.frmMain().txtInputDORVANE, &app.frmConnecting().txtConnectingInput}) {
-            input->observe(
-                [this, input] { longestInput = std::max(longestInput, input->text().size()); });
-        }
-        app.hooks.FrameDecoded = [this, &app] {
-            ++frames;
-            longestFrame = std::max(longestFrame, app.RawFrame.size());
-        };
-    }
-    long frames = 0;
-    std::size_t longestInput = 0, longestFrame = 0;
-};
 
 const char* const kWatchdogTitle = "Communication Not Found";
 const char* const kConnectTitle = "No Communication";
@@ -82,19 +41,19 @@ TEST(BadConverterInput, RubbishInASessionEndsInTheWatchdogsMessageWithTheBufferB
         // Bursts to send, each at its time in ms after the converter fell silent.
         std::vector<std::pair<int, std::string>> bursts;
     };
-    Noise noise(7);
+    Noise noise{7};
     Case cases[2] = {{"rubbish without a frame start, one character at a time", {}},
                      {"rubbish without a frame start, 9 kB in big bursts", {}}};
     for (int ms = 0; ms < 5000; ms += 1)
-        cases[0].bursts.emplace_back(ms, noise.inert(1));
+        cases[0].bursts.emplace_back(ms, Inert(noise, 1));
     for (int ms = 0; ms < 5000; ms += 500)
-        cases[1].bursts.emplace_back(ms, noise.inert(900));
+        cases[1].bursts.emplace_back(ms, Inert(noise, 900));
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         DorvaneRig r;
         ConnectAndScan(r);
-        Watch w(r.app());
-        r.converter.setSilent(true);
+        BufferWatch w(r.app());
+        r.dorvane->setSilent(true);
         for (const auto& [ms, bytes] : c.bursts)
             SendAt(r, ms, bytes);
         r.run(30000);
@@ -111,11 +70,11 @@ TEST(BadConverterInput, AnswersInOneCharacterChunksKeepTheSessionGoing) {
     std::vector<std::size_t> everyCharacter;
     for (std::size_t i = 1; i < 64; ++i)
         everyCharacter.push_back(i);
-    r.converter.setSplitPoints(everyCharacter);
+    r.dorvane->setSplitPoints(everyCharacter);
     r.vehicle.ecus[0].fixed[0x0C] = {0x1A, 0x28};  // no "F" digit, which a piece would lose
     ConnectAndScan(r);
     App& app = r.app();
-    Watch w(app);
+    BufferWatch w(app);
     for (auto& wanted : app.PidWanted)
         wanted = false;
     app.PidWanted[0x0C] = true;
@@ -142,14 +101,14 @@ TEST(BadConverterInput, AFrameOfTenKilobytesIsCutAndTheScanGoesOn) {
         r.vehicle.ecus[0].fixed[0x0C] = {0x1A, 0xF8};
         ConnectAndScan(r);
         App& app = r.app();
-        Watch w(app);
+        BufferWatch w(app);
         for (auto& wanted : app.PidWanted)
             wanted = false;
         app.PidWanted[0x0C] = true;
-        r.converter.setSilent(true);
+        r.dorvane->setSilent(true);
         SendAt(r, 50, c.chunk);  // about 5.2 s on the line
         r.run(6000);
-        r.converter.setSilent(false);
+        r.dorvane->setSilent(false);
         r.run(3000);
         EXPECT_TRUE(app.Connected);
         EXPECT_TRUE(r.t.dialogs.shown().empty());
@@ -166,39 +125,39 @@ TEST(BadConverterInput, AConverterThatFailsEndsTheSessionOrTheConnectCleanly) {
         std::function<void(DorvaneRig&)> fault;  // before the connect, or once scanning
         std::vector<MsgAnswer> answers;
         std::vector<std::string> titles;
-        std::function<void(DorvaneRig&, const Watch&)> check;
+        std::function<void(DorvaneRig&, const BufferWatch&)> check;
     };
-    auto nothing = [](DorvaneRig&, const Watch&) {};
-    auto pullAfter100 = [](DorvaneRig& r) { r.wire.after(100'000, [&r] { r.wire.vanish(); }); };
+    auto nothing = [](DorvaneRig&, const BufferWatch&) {};
+    auto pullAfter100 = [](DorvaneRig& r) { r.wire->after(100'000, [&r] { r.wire->vanish(); }); };
     const Case cases[] = {
         {"random bytes during a connect",
          true,
          [](DorvaneRig& r) {
-             r.converter.setSilent(true);
-             Noise noise(11);
+             r.dorvane->setSilent(true);
+             Noise noise{11};
              for (int ms = 250; ms < 10000; ms += 7)
                  SendAt(r, ms, noise.bytes(1 + noise.byte() % 16));
          },
          {MsgAnswer::Cancel},
          {kConnectTitle},
-         [](DorvaneRig&, const Watch& w) {
+         [](DorvaneRig&, const BufferWatch& w) {
              EXPECT_GT(w.longestInput, 0u);
              EXPECT_LE(w.longestInput, kDorvaneFrameCap);
          }},
         {"half of the first list answer, during the connect",
          true,
          [](DorvaneRig& r) {
-             r.converter.setSilent(true);
+             r.dorvane->setSilent(true);
              SendAt(r, 300, "S");
              SendAt(r, 400, "V486B104100BE");
          },
          {MsgAnswer::Cancel},
          {kConnectTitle},
-         [](DorvaneRig& r, const Watch&) { EXPECT_EQ(r.wire.deviceReceived(), "010009"); }},
+         [](DorvaneRig& r, const BufferWatch&) { EXPECT_EQ(r.wire->deviceReceived(), "010009"); }},
         {"half of a value, during a session",
          false,
          [](DorvaneRig& r) {
-             r.converter.setSilent(true);
+             r.dorvane->setSilent(true);
              SendAt(r, 100, "V486B10410C1A");
          },
          {},
@@ -215,7 +174,7 @@ TEST(BadConverterInput, AConverterThatFailsEndsTheSessionOrTheConnectCleanly) {
          pullAfter100,
          {MsgAnswer::Retry},
          {kConnectTitle, "Error"},
-         [](DorvaneRig& r, const Watch&) {
+         [](DorvaneRig& r, const BufferWatch&) {
              EXPECT_EQ(r.t.dialogs.shown().back().text,
                        "Please Recheck Your Settings Or Run Auto Detect.");
          }},
@@ -223,7 +182,7 @@ TEST(BadConverterInput, AConverterThatFailsEndsTheSessionOrTheConnectCleanly) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         DorvaneRig r;
-        Watch w(r.app());
+        BufferWatch w(r.app());
         for (MsgAnswer a : c.answers)
             r.t.dialogs.answerNext(a);
         if (c.duringConnect) {

@@ -1,4 +1,6 @@
 #pragma once
+#include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -74,6 +76,27 @@ struct CarRig {
         }
         return true;
     }
+    // The requests of service `mode` ("01") the device took from its `from`th frame on: the
+    // text converter's commands, else the frames with the service byte after the tester's F1.
+    Strings asked(const std::string& mode, std::size_t from = 0) const {
+        Strings out;
+        for (std::size_t i = from; i < frames().size(); ++i) {
+            const std::string& f = frames()[i];
+            const std::size_t at =
+                dorvane ? (f.rfind(mode, 0) ? f.npos : 0) : f.find("F1 " + mode + " ");
+            if (at != f.npos) out.push_back(f.substr(dorvane ? mode.size() : at + 4 + mode.size()));
+        }
+        return out;
+    }
+    // The Mode 01 PIDs asked for during the next `ms`.
+    std::set<int> polled(int ms) {
+        const std::size_t from = frames().size();
+        run(ms);
+        std::set<int> pids;
+        for (const std::string& rest : asked("01", from))
+            pids.insert(std::stoi(rest.substr(0, 2), nullptr, 16));
+        return pids;
+    }
     // Distinct frames decoded since the connect: a scan with changing values.
     std::size_t distinctDecoded() const { return std::set(decoded.begin(), decoded.end()).size(); }
 
@@ -86,6 +109,44 @@ struct CarRig {
     sim::KlineEcu* ecu = nullptr;
     sim::DorvaneConverter* dorvane = nullptr;
     Strings decoded;
+};
+
+// The text converter and the built-in car.
+struct DorvaneRig : CarRig {
+    DorvaneRig() : CarRig(kDorvane, "default", 1, "180") {}
+};
+
+// The longest text the text converter's two frame buffers, the other receive buffers and a
+// decoded frame held, and the frames decoded.
+struct BufferWatch {
+    explicit BufferWatch(App& app) {
+        FrmMain& m = app.frmMain();
+        for (Field* f : {&m.txtInputDORVANE, &app.frmConnecting().txtConnectingInput})
+            f->observe([this, f] { longestInput = std::max(longestInput, f->text().size()); });
+        for (Field* f : {&m.txtInputBR3, &m.Text2, &m.txtKesh})
+            f->observe([this, f] { longestOther = std::max(longestOther, f->text().size()); });
+        app.hooks.FrameDecoded = [this, &app] {
+            ++frames;
+            longestFrame = std::max(longestFrame, app.RawFrame.size());
+        };
+    }
+    long frames = 0;
+    std::size_t longestInput = 0, longestOther = 0, longestFrame = 0;
+};
+
+// A repeatable stream of bytes of any value.
+struct Noise {
+    std::uint32_t state;
+    unsigned char byte() {
+        state = state * 1664525u + 1013904223u;
+        return static_cast<unsigned char>(state >> 24);
+    }
+    std::string bytes(std::size_t n) {
+        std::string s;
+        while (s.size() < n)
+            s += char(byte());
+        return s;
+    }
 };
 
 // A value field that a decoded answer has written.

@@ -19,21 +19,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A table file of many pages: the schema, then `rows` rows of `fill`.
-void MakeTable(const fs::path& file, const std::string& schema, const std::string& insert,
-               int rows) {
+// A table file of many pages, made from the shipped schema data/db/NAME.sql with 200 rows of
+// `insert` and then damaged.
+using Damage = std::function<void(const fs::path&, const std::string& table)>;
+void MakeDamagedTable(const fs::path& file, const std::string& name, const std::string& table,
+                      const std::string& insert, const Damage& damage) {
     fs::create_directories(file.parent_path());
     fs::remove(file);
-    SqliteDb db;
-    ASSERT_TRUE(db.open(file, true));
-    ASSERT_TRUE(db.execScript(schema + ";BEGIN"));
-    for (int i = 0; i < rows; ++i)
-        ASSERT_TRUE(db.exec(insert, {std::string(200, char('a' + i % 26))}));
-    ASSERT_TRUE(db.exec("COMMIT"));
+    {
+        SqliteDb db;
+        ASSERT_TRUE(db.open(file, true));
+        ASSERT_TRUE(db.execScript(ReadFile(std::string(KETREL_DATA_DIR) + "/db/" + name + ".sql") +
+                                  ";BEGIN"));
+        for (int i = 0; i < 200; ++i)
+            ASSERT_TRUE(db.exec(insert, {std::string(200, char('a' + i % 26))}));
+        ASSERT_TRUE(db.exec("COMMIT"));
+    }
+    damage(file, table);
 }
-
-// Damages the file holding `table`.
-using Damage = std::function<void(const fs::path&, const std::string& table)>;
 
 struct Damaged {
     const char* name;
@@ -60,56 +63,45 @@ const Damaged kDamages[] = {
      }},
 };
 
-TEST(DamagedDatabase, TheCatalogueShowsTheErrorOnceAndStaysUsable) {
+// The catalogue and the glossary show the error box once and an empty grid; the fuel economy
+// runs without samples. Each screen closes and gives the main window back.
+TEST(DamagedDatabase, EachScreenShowsTheErrorOnceAndStaysUsable) {
     for (const Damaged& d : kDamages) {
         SCOPED_TRACE(d.name);
-        CatalogueApp a;
-        const fs::path file = a.t.dir.path() / "System" / "LogRecords.db";
-        MakeTable(file, ReadFile(std::string(KETREL_DATA_DIR) + "/db/LogRecords.sql"),
-                  "INSERT INTO LogRecords (\"Name\", \"Frame\") VALUES (?, 1)", 200);
-        d.damage(file, "LogRecords");
-        a.open();
-        ASSERT_EQ(a.t.dialogs.titles(), std::vector<std::string>{"Error"});
-        EXPECT_FALSE(a.t.dialogs.shown()[0].text.empty());
-        EXPECT_TRUE(a.s->visible());
-        EXPECT_EQ(a.s->gridLog.rows(), 1);
-        EXPECT_FALSE(a.s->cmdPlay.enabled());
-        EXPECT_FALSE(a.app().frmMain().enabled());
-        a.s->mnuFileExit.click();
-        EXPECT_FALSE(a.s->visible());
-        EXPECT_TRUE(a.app().frmMain().enabled());
-    }
-}
-
-TEST(DamagedDatabase, TheGlossaryShowsTheErrorBoxAndAnEmptyGrid) {
-    for (const Damaged& d : kDamages) {
-        SCOPED_TRACE(d.name);
+        {
+            CatalogueApp a;
+            MakeDamagedTable(
+                a.t.dir.path() / "System" / "LogRecords.db", "LogRecords", "LogRecords",
+                "INSERT INTO LogRecords (\"Name\", \"Frame\") VALUES (?, 1)", d.damage);
+            a.open();
+            ASSERT_EQ(a.t.dialogs.titles(), std::vector<std::string>{"Error"});
+            EXPECT_FALSE(a.t.dialogs.shown()[0].text.empty());
+            EXPECT_TRUE(a.s->visible());
+            EXPECT_EQ(a.s->gridLog.rows(), 1);
+            EXPECT_FALSE(a.s->cmdPlay.enabled());
+            EXPECT_FALSE(a.app().frmMain().enabled());
+            a.s->mnuFileExit.click();
+            EXPECT_FALSE(a.s->visible());
+            EXPECT_TRUE(a.app().frmMain().enabled());
+        }
+        {
+            TestApp t;
+            MakeDamagedTable(t.dir.path() / "System" / "Terms.db", "Terms", "Terms",
+                             "INSERT INTO Terms VALUES (?, 'ECT', 'CTS')", d.damage);
+            InstallTermsGlossary(*t);
+            FrmTerms& s = *TermsScreen(*t);
+            t->frmMain().show();
+            s.show();
+            ASSERT_EQ(t.dialogs.titles(), std::vector<std::string>{"Error"});
+            EXPECT_EQ(t.dialogs.shown()[0].text.rfind("There Was An Error\nDescription:  ", 0), 0u);
+            EXPECT_TRUE(s.visible());
+            EXPECT_EQ(s.MSFlexGrid1.rows(), 1);
+            s.mnuFileExit.click();
+            EXPECT_TRUE(t->frmMain().enabled());
+        }
         TestApp t;
-        const fs::path file = t.dir.path() / "System" / "Terms.db";
-        MakeTable(file, ReadFile(std::string(KETREL_DATA_DIR) + "/db/Terms.sql"),
-                  "INSERT INTO Terms VALUES (?, 'ECT', 'CTS')", 200);
-        d.damage(file, "Terms");
-        InstallTermsGlossary(*t);
-        FrmTerms& s = *TermsScreen(*t);
-        t->frmMain().show();
-        s.show();
-        ASSERT_EQ(t.dialogs.titles(), std::vector<std::string>{"Error"});
-        EXPECT_EQ(t.dialogs.shown()[0].text.rfind("There Was An Error\nDescription:  ", 0), 0u);
-        EXPECT_TRUE(s.visible());
-        EXPECT_EQ(s.MSFlexGrid1.rows(), 1);
-        s.mnuFileExit.click();
-        EXPECT_TRUE(t->frmMain().enabled());
-    }
-}
-
-TEST(DamagedDatabase, TheFuelEconomyShowsTheErrorOnceAndRunsWithoutSamples) {
-    for (const Damaged& d : kDamages) {
-        SCOPED_TRACE(d.name);
-        TestApp t;
-        const fs::path file = MpgStorePath(t.dir.path());
-        MakeTable(file, ReadFile(std::string(KETREL_DATA_DIR) + "/db/MPGAve1.sql"),
-                  "INSERT INTO SampleP1 VALUES (?)", 200);
-        d.damage(file, "SampleP1");
+        MakeDamagedTable(MpgStorePath(t.dir.path()), "MPGAve1", "SampleP1",
+                         "INSERT INTO SampleP1 VALUES (?)", d.damage);
         InstallDisplays(*t);
         auto& s = *dynamic_cast<FrmMPG*>(t->screenByName("frmMPG"));
         s.show();

@@ -9,7 +9,7 @@
 #include <cstring>
 
 #include "core/session.h"
-#include "flow/dorvane_rig.h"
+#include "flow/car_rig.h"
 #include "recording/recorder.h"
 #include "recording/recording_rig.h"
 #include "screens/frm_recorder.h"

@@ -1,22 +1,28 @@
-// The data displays on a simulated count-byte converter and a VPW pick-up: each one narrows the
-// polling to what it shows and gives it back when it closes.
+// The data displays, the scope and the gauges on a simulated car: each one narrows the polling
+// to what it shows and gives it back when it closes.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <set>
-#include <sstream>
 
 #include "core/main_screen.h"
 #include "display/displays.h"
 #include "display/fuel_economy.h"
+#include "display/gauge_angles.h"
+#include "display/gauges.h"
+#include "display/scope.h"
 #include "flow/car_rig.h"
 #include "platform/sqlite_db.h"
+#include "platform/text_convert.h"
 #include "screens/frm_custom_data.h"
+#include "screens/frm_guage.h"
 #include "screens/frm_mpg.h"
+#include "screens/frm_mult_guage.h"
 #include "screens/frm_real_display.h"
+#include "screens/frm_scope.h"
 
 namespace ketrel::test {
 namespace {
@@ -42,23 +48,6 @@ struct DisplayRig : CarRig {
         InstallDisplays(app);
         InstallMainScreen(app);
         connect(MsgAnswer::Cancel);
-    }
-    const Strings& sent() const { return frames(); }
-    // The Mode 01 PIDs asked for during `ms` from now: the byte after "F1 01" of each request.
-    std::set<int> polled(int ms) {
-        const std::size_t from = sent().size();
-        run(ms);
-        std::set<int> pids;
-        for (std::size_t i = from; i < sent().size(); ++i) {
-            std::istringstream in(sent()[i]);
-            std::vector<std::string> bytes{std::istream_iterator<std::string>(in), {}};
-            for (std::size_t b = 0; b + 2 < bytes.size(); ++b)
-                if (bytes[b] == "F1" && bytes[b + 1] == "01") {
-                    pids.insert(std::stoi(bytes[b + 2], nullptr, 16));
-                    break;
-                }
-        }
-        return pids;
     }
     template <class S>
     S& screen(const char* name) {
@@ -150,7 +139,6 @@ TEST(Displays, LargeDisplayFollowsTheMainFieldAndBlinksWhenNotPolled) {
     app.frmMain().mnuViewRPM.click();
     auto& d = r.screen<FrmRealDisplay>("frmRealDisplay");
     ASSERT_TRUE(d.visible());
-    EXPECT_EQ(d.lblMax.text(), "8000 RPM");
     r.run(2000);
     const std::string rpm = app.frmMain().lblRPM.text();
     EXPECT_EQ(d.lblValue.text(), rpm);
@@ -208,6 +196,135 @@ TEST(Displays, FuelEconomyNarrowsThePollingAndItsAverageSurvivesARestart) {
     s.lblMPGAve.setText("");
     t.loop.runFor(10000);
     EXPECT_EQ(s.lblMPGAve.text(), "");
+}
+
+std::vector<PictureOp> opsOf(const PictureBox& p, std::int64_t color) {
+    std::vector<PictureOp> v;
+    for (const PictureOp& op : p.ops())
+        if (op.color == color) v.push_back(op);
+    return v;
+}
+
+// A connected session with the displays installed, polling the car's whole list.
+struct DisplaysRig : DorvaneRig {
+    explicit DisplaysRig(bool withFuelPressure = false) {
+        if (withFuelPressure) vehicle.ecus[0].mode1.insert(0x0A);
+        InstallScope(app());
+        InstallGauges(app());
+        connect();
+        run(1500);
+        wanted = app().PidWanted;
+    }
+    std::array<bool, 101> wanted{};
+};
+
+TEST(ScopeFlow, PollsItsPidAloneDrawsOneSegmentPerPeriodAndGivesThePollingBack) {
+    DisplaysRig r;
+    App& app = r.app();
+    FrmScope& s = *ScopeScreen(app);
+    s.show();
+    EXPECT_FALSE(app.frmMain().enabled());
+    EXPECT_TRUE(s.mnuRPM.enabled());
+    EXPECT_FALSE(s.mnuFuelPressure.enabled());  // the car has no PID 0A
+    s.mnuRPM.click();
+    EXPECT_EQ(s.lblUnits.text(), "-RPM-");
+    r.run(200);  // the request in flight lands
+    const std::uint64_t before = s.Signal.revision();
+    EXPECT_EQ(r.polled(3000), std::set<int>{0x0C});
+    // 40 samples in 3 s at 75 ms, each a scroll and a segment.
+    EXPECT_NEAR(double(s.Signal.revision() - before), 80, 2);
+    auto trace = opsOf(s.Signal, 0x00FF00);
+    ASSERT_GE(trace.size(), 40u);
+    EXPECT_EQ(s.lblValue.text(), app.frmMain().lblRPM.text());
+    EXPECT_LE(Val(s.lblMin.text()), Val(s.lblMax.text()));
+
+    // Each faster speed starts a fresh grid; past "8x" nothing changes.
+    for (int i = 0; i < 4; ++i)
+        s.cmdIncrease.click();
+    EXPECT_EQ(s.lblSpeed.text(), "8x");
+    EXPECT_EQ(opsOf(s.Signal, 0x00FF00).size(), 0u);
+    EXPECT_EQ(opsOf(s.Signal, 0xFF0000).size(), 10u);
+    s.cmdIncrease.click();
+    EXPECT_EQ(s.lblSpeed.text(), "8x");
+    r.run(900);
+    EXPECT_NEAR(double(opsOf(s.Signal, 0x00FF00).size()), 99, 2);  // 100 samples at 9 ms
+    // The grid scrolls away with the trace.
+    r.run(2000);
+    EXPECT_EQ(opsOf(s.Signal, 0xFF0000).size(), 0u);
+
+    s.mnuFileExit.click();
+    EXPECT_FALSE(s.loaded());
+    EXPECT_TRUE(app.frmMain().enabled());
+    EXPECT_EQ(app.PidWanted, r.wanted);
+    EXPECT_GT(r.polled(3000).size(), 5u);
+}
+
+TEST(ScopeFlow, WithoutASessionThePidMenuIsOffAndTheTraceStaysFlat) {
+    DorvaneRig r;
+    InstallScope(r.app());
+    FrmScope& s = *ScopeScreen(r.app());
+    s.show();
+    for (MenuItem* m : s.mnuView.children())
+        EXPECT_FALSE(m->enabled()) << m->name();
+    r.run(1000);
+    auto trace = opsOf(s.Signal, 0x00FF00);
+    ASSERT_FALSE(trace.empty());
+    for (const PictureOp& op : trace)
+        EXPECT_EQ(op.y2, std::nearbyint(254 * 300 / 256.0) - 1);
+    EXPECT_EQ(s.lblScopePID.text(), "-SELECT-");
+}
+
+TEST(GaugesFlow, TheTachometerPollsRpmAloneAndFollowsTheMainScreen) {
+    DisplaysRig r;
+    App& app = r.app();
+    FrmGuage& g = *GuageScreen(app);
+    g.show();
+    EXPECT_FALSE(app.frmMain().enabled());
+    r.run(200);
+    EXPECT_EQ(r.polled(3000), std::set<int>{0x0C});
+    const long rpm = std::lround(Val(app.frmMain().lblRPM.text()));
+    ASSERT_GT(rpm, 0);
+    EXPECT_EQ(g.lblRPM[27].text(), std::to_string(rpm));
+    EXPECT_EQ(g.BarLow.widthTwips(), rpm);
+
+    // A scale change shows at the next new value; the bar doubles on the mid scale.
+    g.mnuViewMid.click();
+    EXPECT_TRUE(g.mnuViewMid.checked() && !g.mnuViewBig.checked());
+    app.frmMain().lblRPM.setText("1000");
+    r.run(5);
+    EXPECT_EQ(g.BarLow.widthTwips(), 2000);
+    g.mnuFileExit.click();
+    EXPECT_TRUE(app.frmMain().enabled());
+    EXPECT_EQ(app.PidWanted, r.wanted);
+}
+
+TEST(GaugesFlow, TheFiveDialsTestTheirLampsThenFollowTheMainScreen) {
+    DisplaysRig r(true);
+    App& app = r.app();
+    app.Temp = "C";
+    app.Speed = "KPH";
+    app.Pressure = "kPa";
+    FrmMultGuage& g = *MultGuageScreen(app);
+    g.show();
+    EXPECT_FALSE(app.frmMain().enabled());
+    EXPECT_FALSE(g.enabled());
+    r.run(600);
+    EXPECT_EQ(g.Label1[9].text(), "88888");
+    r.run(1000);
+    EXPECT_TRUE(g.enabled());
+    // Past the idle, so the car moves.
+    EXPECT_EQ(r.polled(25000), (std::set<int>{0x05, 0x0A, 0x0C, 0x0D, 0x0F}));
+    FrmMain& m = app.frmMain();
+    for (Field* f : {&m.lblRPM, &m.lblSpeed, &m.lblCoolant, &m.lblFuelPres})
+        ASSERT_NE(Val(f->text()), 0) << f->name();
+    EXPECT_EQ(g.Label1[9].text(), m.lblRPM.text());
+    EXPECT_EQ(g.Label1[11].text(), DialText(Dial::Speed, Val(m.lblSpeed.text()), "KPH"));
+    EXPECT_EQ(g.Label1[13].text(), DialText(Dial::Coolant, Val(m.lblCoolant.text()), "C"));
+    EXPECT_EQ(g.Label1[10].text(),
+              DialText(Dial::FuelPressure, Val(m.lblFuelPres.text()), app.Pressure));
+    g.mnuFileExit.click();
+    EXPECT_TRUE(app.frmMain().enabled());
+    EXPECT_EQ(app.PidWanted, r.wanted);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #pragma once
-#include <string>
-#include <vector>
+#include <filesystem>
 
 #include "core/session.h"
 #include "link/conn_log.h"
@@ -25,28 +24,5 @@ inline void SetUpSessionRig(TestApp& t, const char* hardware, const char* delay)
     InstallSession(app);
     app.frmMain().load();
 }
-
-// The application joined to a simulated text converter on port 1, on virtual time, with the
-// session logic installed and the settings a user would have after choosing that converter.
-struct DorvaneRig {
-    DorvaneRig() : t(&ports) {
-        ports.plug(1, wire);
-        SetUpSessionRig(t, kDorvane, "180");
-    }
-    App& app() { return *t; }
-    // Everything the converter was asked, in order.
-    const std::vector<std::string>& commands() const { return converter.commands(); }
-    // Runs the connect command; returns when frmConnecting has gone.
-    void connect() { ConnectSession(app()); }
-    void run(int ms) { t.loop.runFor(ms); }
-    // The connecting log as it stands on disk.
-    std::string log() const { return ReadFile(ConnectLog::pathFor(t.dir.path())); }
-
-    sim::SimSerialPortFactory ports;
-    TestApp t;
-    sim::SimVehicle vehicle = sim::SimVehicle::Default();
-    sim::DorvaneConverter converter{vehicle};
-    sim::SimWire wire{t.loop.scheduler(), converter};
-};
 
 }  // namespace ketrel::test

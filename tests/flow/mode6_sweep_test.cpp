@@ -74,7 +74,6 @@ TEST(Mode6Sweep, FillsTheGridOnEveryDeviceAndProtocol) {
         {kBr3, "iso14230", 5, false, 4, "06 C2 33 F1 06 00 EC"},
         {kKesh, "iso9141", 1, true, 8, "68 6A F1 06 00 C9"},
         {kKesh, "iso14230", 3, false, 4, "C2 33 F1 06 00 EC"},
-        {kTactrix, "iso9141", 2, true, 8, "68 6A F1 06 00 C9"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.hardware) + " " + c.car);

@@ -95,34 +95,7 @@ TEST(VehicleFile, MistakesAreReportedWithTheirLine) {
                 << c.text << " gave: " << e.what();
         }
     }
-}
-
-TEST(VehicleFile, TheShippedExampleReadsAndAnswersItsBitmap) {
-    SimSetup s = LoadVehicleFile(std::string(KETREL_DATA_DIR) + "/sim/idle_then_drive.vehicle");
-    ASSERT_EQ(s.vehicle.ecus.size(), 2u);
-    auto msgs = s.vehicle.answer({0x01, 0x00}, 1);
-    ASSERT_EQ(msgs.size(), 2u);
-    EXPECT_EQ(HexText(msgs[0]).substr(0, 18), "486B104100BE3FB813");
     EXPECT_THROW(LoadVehicleFile("/nonexistent/car.vehicle"), VehicleFileError);
-}
-
-TEST(VehicleFile, OxygenSensorTestsAnswerWithTheirSupportFromTheFile) {
-    SimVehicle v = read(
-                       "protocol ISO9141\necu 10 engine\nmode1 01\no2test 01 1 7F 10 20\n"
-                       "o2test 21 2 64 32 96\no2test 41 1 5A 14 B4\n")
-                       .vehicle;
-    auto data = [&](std::vector<std::uint8_t> request) {
-        auto a = v.answer(request, 0);
-        return a.size() == 1 ? HexText({a[0].begin() + 3, a[0].end() - 1}) : "";
-    };
-    // Service 45, id, sensor, value, minimum, maximum; then the ids above 20 and above 40 over
-    // every sensor. Nothing above 60, and what the module lacks goes unanswered.
-    EXPECT_EQ(HexText(v.answer({0x05, 0x01, 0x01}, 0).at(0)), "486B104501017F1020B9");
-    EXPECT_EQ(data({0x05, 0x20}), "45200080000000");
-    EXPECT_EQ(data({0x05, 0x40}), "45400080000000");
-    for (auto lacking :
-         {std::vector<std::uint8_t>{0x05, 0x60}, {0x05, 0x01, 0x02}, {0x05, 0x02, 0x01}})
-        EXPECT_TRUE(v.answer(lacking, 0).empty());
 }
 
 }  // namespace

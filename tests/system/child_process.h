@@ -1,11 +1,9 @@
 #pragma once
 // A program of the build run as a child process for the system tests: its standard output
 // and error read through pipes, stopped by its own pid.
-#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -32,17 +30,6 @@ inline std::string ReadUntil(int fd, const std::function<bool(const std::string&
         out.append(buf, static_cast<std::size_t>(n));
     }
     return out;
-}
-
-// Opens a terminal device in raw mode, as a program opens a serial port.
-inline int OpenRaw(const std::string& path) {
-    int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    if (fd < 0) return fd;
-    termios t{};
-    ::tcgetattr(fd, &t);
-    ::cfmakeraw(&t);
-    ::tcsetattr(fd, TCSANOW, &t);
-    return fd;
 }
 
 // One run of a program with its arguments and extra environment ("NAME=value").
