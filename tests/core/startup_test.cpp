@@ -21,152 +21,103 @@ TEST(Startup, FirstRunWritesTheDefaultsInOrderAndTheSettingsScreenShowsThem) {
     FrmSettings& s = t->frmSettings();
     EXPECT_TRUE(s.loaded() && !s.visible());
     EXPECT_TRUE(s.optFarenheit.value() && s.optMiles.value() && s.optPSI.value());
-    EXPECT_EQ(s.sldBR3Speed.value(), 180);
     EXPECT_EQ(s.cmbPort.text(), "-SELECT-");
     EXPECT_EQ(s.cmbInterface.text(), "-SELECT-");
 }
 
-TEST(Startup, TimeOutFallsBackOutsideItsLimitsAndIsRoundedToWholeSeconds) {
+// What the program holds of one setting, in the words the store uses.
+std::string Held(App& a, const std::string& key) {
+    auto word = [](bool b) { return std::string(b ? "True" : "False"); };
+    if (key == "TimeOut") return std::to_string(a.TimeOut);
+    if (key == "BR3Delay") return a.BR3Delay;
+    if (key == "KESH Start") return std::to_string(a.KeshStart);
+    if (key == "BR3 Start") return std::to_string(a.BR3Start);
+    if (key == "Temp") return a.Temp;
+    if (key == "Speed") return a.Speed;
+    if (key == "Pressure") return a.Pressure;
+    if (key == "Log File") return word(a.ConnectLogEnabled);
+    if (key == "DisplaySet") return word(a.DisplaySet);
+    if (key == "BR3SetDelay") return word(a.BR3SetDelay);
+    return a.DataStyle;
+}
+
+// One stored value per case: what the program holds after start-up, what it wrote back, and
+// the timers, menu handlers and settings page that follow what it holds. The time-out keeps to
+// 10 to 29 s, rounded down to whole seconds; the request delay to 125 to 500 ms, never saved;
+// protocol choices out of range act as the first while the store keeps them; units outside
+// their two words fall back, and all three are saved back; booleans take their words or a
+// number, else keep the value before; the data style runs the handler of its menu entry.
+TEST(Startup, EachStoredValueIsReadOrFallsBackAndEverythingFollowsIt) {
     struct Case {
+        const char* key;
         const char* stored;  // nullptr: no key
-        long expected;
+        const char* held;
         std::vector<std::string> saved;
-    } cases[] = {
-        {"29000", 29000, {}},        {"29001", 10000, {"10000"}}, {"12345", 12000, {"12000"}},
-        {"15500", 15000, {"15000"}}, {"10000", 10000, {}},        {"9999", 10000, {"10000"}},
-        {"10001", 10000, {"10000"}}, {"28999", 28000, {"28000"}}, {"abc", 10000, {"10000"}},
-        {nullptr, 10000, {"10000"}}, {"20000.4", 20000, {}},      {"-15000", 10000, {"10000"}},
-    };
+        const char* handler = "default";  // the data style's menu entry that ran
+    } cases[] = {{"TimeOut", "29000", "29000", {}},
+                 {"TimeOut", "29001", "10000", {"10000"}},
+                 {"TimeOut", "9999", "10000", {"10000"}},
+                 {"TimeOut", "28999", "28000", {"28000"}},
+                 {"TimeOut", "20000.4", "20000", {}},
+                 {"TimeOut", "-15000", "10000", {"10000"}},
+                 {"TimeOut", "abc", "10000", {"10000"}},
+                 {"TimeOut", nullptr, "10000", {"10000"}},
+                 {"BR3Delay", "124", "180", {}},
+                 {"BR3Delay", "125", "125", {}},
+                 {"BR3Delay", "500", "500", {}},
+                 {"BR3Delay", "501", "180", {}},
+                 {"BR3Delay", "", "180", {}},
+                 {"KESH Start", "3", "3", {}},
+                 {"KESH Start", "4", "1", {}},
+                 {"KESH Start", "0", "1", {}},
+                 {"KESH Start", "abc", "1", {}},
+                 {"BR3 Start", "5", "5", {}},
+                 {"BR3 Start", "6", "1", {}},
+                 {"BR3 Start", "2.4", "2", {}},
+                 {"Temp", "C", "C", {"C"}},
+                 {"Temp", "c", "F", {"F"}},
+                 {"Speed", "KPH", "KPH", {"KPH"}},
+                 {"Speed", "", "MPH", {"MPH"}},
+                 {"Pressure", "kPa", "kPa", {"kPa"}},
+                 {"Pressure", "bar", "PSI", {"PSI"}},
+                 {"Log File", nullptr, "True", {}},
+                 {"Log File", "0", "False", {}},
+                 {"Log File", "junk", "False", {}},
+                 {"DisplaySet", "-1", "True", {}},
+                 {"DisplaySet", "yes", "False", {}},
+                 {"BR3SetDelay", "True", "True", {}},
+                 {"BR3SetDelay", "#", "False", {}},
+                 {"DataStyle", "2", "2", {}, "grid"},
+                 {"DataStyle", "3", "3", {}},
+                 {"DataStyle", "5", "5", {}, ""},
+                 {"DataStyle", "0", "1", {}},
+                 {"DataStyle", "abc", "1", {}}};
     for (const Case& c : cases) {
-        std::map<std::string, std::string> stored;
-        if (c.stored) stored["TimeOut"] = c.stored;
-        StartedApp t(stored);
-        t.start();
-        SCOPED_TRACE(c.stored ? c.stored : "(missing)");
-        EXPECT_EQ(t->TimeOut, c.expected);
-        EXPECT_EQ(t.savesOf("TimeOut"), c.saved);
-        EXPECT_EQ(t->frmMain().TimeOutConnect.interval(), c.expected);
-        EXPECT_EQ(t->frmSettings().cmbTimedOut.text(), std::to_string(c.expected / 1000));
-    }
-}
-
-TEST(Startup, RequestDelayKeepsTo125Through500AndIsNotSaved) {
-    struct Case {
-        const char* stored;
-        const char* expected;
-        int interval;
-    } cases[] = {
-        {"124", "180", 180}, {"125", "125", 125}, {"500", "500", 500}, {"501", "180", 180},
-        {"300", "300", 300}, {"abc", "180", 180}, {"", "180", 180},    {nullptr, "180", 180},
-    };
-    for (const Case& c : cases) {
-        std::map<std::string, std::string> stored;
-        if (c.stored) stored["BR3Delay"] = c.stored;
-        StartedApp t(stored);
-        t.start();
-        SCOPED_TRACE(c.stored ? c.stored : "(missing)");
-        EXPECT_EQ(t->BR3Delay, c.expected);
-        EXPECT_EQ(t->frmMain().BR3Delay.interval(), c.interval);
-        EXPECT_EQ(t->frmMain().KeshDelay.interval(), c.interval);
-        EXPECT_TRUE(t.savesOf("BR3Delay").empty());
-    }
-}
-
-TEST(Startup, ProtocolChoicesOutsideTheirRangeActAsTheFirstWhileTheStoreKeepsThem) {
-    struct Case {
-        const char* kesh;
-        const char* br3;
-        int keshExpected, br3Expected;
-    } cases[] = {
-        {"4", "6", 1, 1},  {"3", "5", 3, 5},   {"0", "0", 1, 1},
-        {"abc", "", 1, 1}, {"2", "2.4", 2, 2}, {"-1", "1", 1, 1},
-    };
-    for (const Case& c : cases) {
-        StartedApp t(Stored{{"KESH Start", c.kesh}, {"BR3 Start", c.br3}});
-        t.start();
-        SCOPED_TRACE(std::string(c.kesh) + "/" + c.br3);
-        EXPECT_EQ(t->KeshStart, c.keshExpected);
-        EXPECT_EQ(t->BR3Start, c.br3Expected);
-        EXPECT_EQ(t.settings.get(kAppName, kSection, "KESH Start"), c.kesh);
-        EXPECT_EQ(t.settings.get(kAppName, kSection, "BR3 Start"), c.br3);
-    }
-}
-
-TEST(Startup, UnitsOutsideTheirTwoWordsFallBackAndAreSavedBack) {
-    struct Case {
-        const char *temp, *speed, *pressure;
-        const char *t, *s, *p;
-    } cases[] = {
-        {"C", "KPH", "kPa", "C", "KPH", "kPa"},
-        {"c", "kph", "KPA", "F", "MPH", "PSI"},
-        {"", "", "", "F", "MPH", "PSI"},
-        {"Kelvin", "MPH", "bar", "F", "MPH", "PSI"},
-    };
-    for (const Case& c : cases) {
-        StartedApp t(Stored{{"Temp", c.temp}, {"Speed", c.speed}, {"Pressure", c.pressure}});
-        t.start();
-        EXPECT_EQ(t->Temp, c.t);
-        EXPECT_EQ(t->Speed, c.s);
-        EXPECT_EQ(t->Pressure, c.p);
-        EXPECT_EQ(t.savesOf("Temp"), std::vector<std::string>{c.t});
-        EXPECT_EQ(t.savesOf("Speed"), std::vector<std::string>{c.s});
-        EXPECT_EQ(t.savesOf("Pressure"), std::vector<std::string>{c.p});
-        EXPECT_EQ(t->frmSettings().optCelcius.value(), std::string(c.t) == "C");
-        EXPECT_EQ(t->frmSettings().optKilometers.value(), std::string(c.s) == "KPH");
-        EXPECT_EQ(t->frmSettings().optKPA.value(), std::string(c.p) == "kPa");
-    }
-}
-
-TEST(Startup, DataStyleRunsTheHandlerOfItsMenuEntry) {
-    struct Case {
-        const char* stored;
-        const char* expected;
-        const char* handler;
-    } cases[] = {
-        {"", "1", "default"},  {"0", "1", "default"},     {"abc", "1", "default"},
-        {"1", "1", "default"}, {"2", "2", "grid"},        {"3", "3", "default"},
-        {"5", "5", ""},        {nullptr, "1", "default"},
-    };
-    for (const Case& c : cases) {
-        std::map<std::string, std::string> stored;
-        if (c.stored) stored["DataStyle"] = c.stored;
-        StartedApp t(stored);
-        std::string ran;
-        t->frmMain().mnuViewDefault.onClick = [&] { ran += "default"; };
-        t->frmMain().mnuViewStyleGrid.onClick = [&] { ran += "grid"; };
-        t.start();
-        SCOPED_TRACE(c.stored ? c.stored : "(missing)");
-        EXPECT_EQ(t->DataStyle, c.expected);
-        EXPECT_EQ(ran, c.handler);
-    }
-}
-
-TEST(Startup, BooleansThatDoNotConvertKeepTheirValue) {
-    struct Case {
-        const char* logFile;  // nullptr: no key
-        const char* displaySet;
-        const char* setDelay;
-        bool log, display, delay;
-    } cases[] = {
-        {nullptr, nullptr, nullptr, true, false, false},
-        {"False", "True", "True", false, true, true},
-        {"junk", "yes", "#", false, false, false},
-        {"0", "1", "-1", false, true, true},
-        {"TRUE", "false", "", true, false, false},
-    };
-    for (const Case& c : cases) {
-        std::map<std::string, std::string> stored;
-        if (c.logFile) stored["Log File"] = c.logFile;
-        if (c.displaySet) stored["DisplaySet"] = c.displaySet;
-        if (c.setDelay) stored["BR3SetDelay"] = c.setDelay;
+        SCOPED_TRACE(std::string(c.key) + "=" + (c.stored ? c.stored : "(missing)"));
+        Stored stored;
+        if (c.stored) stored[c.key] = c.stored;
         StartedApp t(stored);
         t.display.mode = DisplayMode{1280, 1024, 32, 60};
+        std::string ran;
+        FrmMain& m = t->frmMain();
+        m.mnuViewDefault.onClick = [&] { ran += "default"; };
+        m.mnuViewStyleGrid.onClick = [&] { ran += "grid"; };
         t.start();
-        EXPECT_EQ(t->ConnectLogEnabled, c.log);
-        EXPECT_EQ(t->DisplaySet, c.display);
-        EXPECT_EQ(t->BR3SetDelay, c.delay);
-        EXPECT_EQ(t->frmSettings().chConLog.value(), c.log);
-        EXPECT_EQ(t->frmSettings().chkSetDelay.value(), c.delay);
+        EXPECT_EQ(Held(*t, c.key), c.held);
+        EXPECT_EQ(t.savesOf(c.key), c.saved);
+        EXPECT_EQ(ran, c.handler);
+        FrmSettings& s = t->frmSettings();
+        EXPECT_EQ(m.TimeOutConnect.interval(), t->TimeOut);
+        EXPECT_EQ(s.cmbTimedOut.text(), std::to_string(t->TimeOut / 1000));
+        EXPECT_EQ(m.BR3Delay.interval(), std::stoi(t->BR3Delay));
+        EXPECT_EQ(m.KeshDelay.interval(), std::stoi(t->BR3Delay));
+        EXPECT_EQ(s.sldBR3Speed.value(), std::stoi(t->BR3Delay));
+        EXPECT_EQ(s.optCelcius.value(), t->Temp == "C");
+        EXPECT_EQ(s.optKilometers.value(), t->Speed == "KPH");
+        EXPECT_EQ(s.optKPA.value(), t->Pressure == "kPa");
+        EXPECT_EQ(s.chConLog.value(), t->ConnectLogEnabled);
+        EXPECT_EQ(s.chkSetDelay.value(), t->BR3SetDelay);
+        EXPECT_TRUE(t.dialogs.shown().empty());
     }
 }
 

@@ -76,13 +76,6 @@ TEST(Br3Frames, EveryRequestOfTheFrameSetOnEveryProtocol) {
          },
          {"07 61 6A F1 01 21 90 01", "07 68 6A F1 01 21 8D 01", "07 68 6A F1 02 02 00 C7",
           "07 C3 33 F1 02 02 00 EB"}},
-        {"custom list and pending codes",
-         [](App& a) {
-             RaiseCustomList(a);
-             a.RequestPendingCodes = true;
-         },
-         {"07 61 6A F1 01 21 90 01", "07 68 6A F1 01 21 8D 01", "05 68 6A F1 07 CA",
-          "05 C1 33 F1 07 EC"}},
     };
     const char* codes[] = {"02", "01", "03", "04"};
     const char* headers[] = {"\x61\x6A\xF1", "\x68\x6A\xF1", "\x68\x6A\xF1", "\xC2\x33\xF1"};

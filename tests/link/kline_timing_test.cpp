@@ -46,7 +46,8 @@ TEST(KlineTiming, FiveBaudByteLandsOnItsSlots) {
         for (int i = 0; i < 10; ++i) {
             EXPECT_EQ(port.calls[i].on, expected[i]) << i;
             EXPECT_GE(port.calls[i].at - start, i * kFiveBaudBitMicros - 10) << i;
-            EXPECT_LE(port.calls[i].at - start, i * kFiveBaudBitMicros + (hasCounter ? 50 : 1000)) << i;
+            EXPECT_LE(port.calls[i].at - start, i * kFiveBaudBitMicros + (hasCounter ? 50 : 1000))
+                << i;
         }
         EXPECT_EQ(log.front(), "START BIT");
         EXPECT_EQ(log.back(), "STOP BIT");

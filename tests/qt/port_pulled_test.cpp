@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -29,7 +30,7 @@
 #include "recording/log_file.h"
 #include "recording/recorder.h"
 #include "screens/frm_recorder.h"
-#include "sim_process.h"
+#include "system/child_process.h"
 
 namespace ketrel {
 namespace {
@@ -60,19 +61,36 @@ class CarOnPty {
     virtual void attach(EventLoop&) {}
 };
 
-// The text or count-byte converter served by ketrel-sim; pulling kills the simulator, whose
-// end closes the terminal's master side.
+// The text or count-byte converter served by ketrel-sim on a pseudo-terminal reached through a
+// symbolic link; pulling kills the simulator, whose end closes the terminal's master side.
 class SimProgramCar : public CarOnPty {
   public:
     SimProgramCar(const std::string& converter, const std::string& vehicle)
-        : sim_("/tmp/ketrel-pulled-" + converter + "-" + std::to_string(::getpid()), vehicle,
-               converter) {}
-    bool ready() const override { return sim_.ready(); }
-    std::string path() const override { return sim_.link(); }
-    void pull() override { sim_.kill(); }
+        : link_(Fresh("/tmp/ketrel-pulled-" + converter + "-" + std::to_string(::getpid()))),
+          sim_(KETREL_SIM_BINARY,
+               {"--converter", converter, "--vehicle", vehicle, "--link", link_}),
+          device_(sim_.firstLine()) {}
+    ~SimProgramCar() override {
+        if (!killed_) sim_.stop(SIGTERM);
+        std::error_code ignored;
+        std::filesystem::remove(link_, ignored);
+    }
+    bool ready() const override { return !device_.empty() && std::filesystem::exists(link_); }
+    std::string path() const override { return link_; }
+    void pull() override {
+        sim_.stop(SIGKILL);
+        killed_ = true;
+    }
 
   private:
-    test::SimProcess sim_;
+    static std::string Fresh(const std::string& link) {
+        std::filesystem::remove(link);
+        return link;
+    }
+    std::string link_;
+    test::ChildProcess sim_;
+    std::string device_;
+    bool killed_ = false;
 };
 
 // The master side of a pseudo-terminal that the test holds.
@@ -308,10 +326,28 @@ TEST_P(PortPulled, TheSessionEndsWithItsMessageAndTheLogKeepsItsFrames) {
     auto* tools = w->findChild<QToolBar*>("Toolbar1");
     auto* connect = tools->findChild<QAction*>("tbConnect");
 
+    // A K-line cable's connecting screen counts the line's idle down; its picture is taken
+    // on the next turn of the connect's pump, once the view has drawn the text.
+    Field& status = app.frmConnecting().lblControlStatus[1];
+    bool counted = false;
+    const int watch = status.observe([&] {
+        if (counted || status.text() != "Initializing In Progress...3") return;
+        QWidget* screen = g->desktop->windows().windowOf("frmConnecting");
+        counted = screen && screen->isVisible();
+        if (counted && c.hardware == std::string(kKesh))
+            QTimer::singleShot(
+                0, screen, [screen] { test::Screenshot(screen, "kline_connecting_countdown"); });
+    });
     connect->trigger();
-    ASSERT_TRUE(
-        test::WaitFor([&] { return app.Connected && !app.frmConnecting().visible(); }, 20000))
-        << (g->dialogs.shown().empty() ? std::string("no message") : g->dialogs.shown()[0].text);
+    const bool up =
+        test::WaitFor([&] { return app.Connected && !app.frmConnecting().visible(); }, 20000);
+    status.unobserve(watch);
+    ASSERT_TRUE(up) << (g->dialogs.shown().empty() ? std::string("no message")
+                                                   : g->dialogs.shown()[0].text);
+    if (c.hardware == std::string(kKesh)) {  // the 5-baud wake-up, and the key bytes it read
+        EXPECT_TRUE(counted);
+        EXPECT_EQ(m.lblKeyword1.text(), "08");
+    }
     m.mnuEditRecord.onClick();
     ASSERT_TRUE(app.Recording);
     std::vector<std::string> handed;

@@ -132,21 +132,17 @@ TEST(AppFolder, UsesTheProgramFolderWhenWritableElseASeededUserFolder) {
     EXPECT_EQ(test::ReadFile(user / "System" / "LogRecords.db"), "empty");
 }
 
+// A settings file of junk takes the defaults; a config folder that cannot be written is told
+// on the error stream. Either way the program starts.
 TEST(DesktopProgram, StartsWithAJunkSettingsFileAndWithAnUnwritableConfigFolder) {
     test::EnsureQApp();
     test::TempDir dir;
-    struct Case {
-        const char* content;  // nullptr: the config folder is a file, so nothing can be written
-    } cases[] = {{"[Settings]\nTimeOut=abc\nKESH Start=\x01\x02\nTemp=Kelvin\nDataStyle=9\n"},
-                 {"\x7f"
-                  "ELF garbage without any line end"},
-                 {nullptr}};
-    int n = 0;
-    for (const Case& c : cases) {
-        auto root = dir.path() / ("config" + std::to_string(n++));
-        if (c.content) {
+    for (const char* content : {"[Settings]\nTimeOut=abc\nKESH Start=\x01\x02\nTemp=Kelvin\n",
+                                static_cast<const char*>(nullptr)}) {
+        const auto root = dir.path() / (content ? "junk" : "file");
+        if (content) {
             std::filesystem::create_directories(root / "Ketrel");
-            std::ofstream(root / "Ketrel" / "Ketrel.ini") << c.content;
+            std::ofstream(root / "Ketrel" / "Ketrel.ini") << content;
         } else {
             std::ofstream(root) << "not a folder";
         }
@@ -165,12 +161,29 @@ TEST(DesktopProgram, StartsWithAJunkSettingsFileAndWithAnUnwritableConfigFolder)
             EXPECT_EQ(desktop.app().KeshStart, 1);
         }
         QApplication::processEvents();
-        std::string err = testing::internal::GetCapturedStderr();
-        if (!c.content) {
-            EXPECT_NE(err.find("cannot write the settings file"), std::string::npos) << err;
-        } else {
+        const std::string err = testing::internal::GetCapturedStderr();
+        if (content) {
             EXPECT_EQ(IniSettingsStore(root).get("Ketrel", "Settings", "TimeOut"), "10000");
+        } else {
+            EXPECT_NE(err.find("cannot write the settings file"), std::string::npos) << err;
         }
+    }
+}
+
+// The screens whose windows the other tests draw on a rig of their own: the program gives each
+// its layout (a layout names its window after its screen; the generic window does not).
+TEST(DesktopProgram, GivesEachScreenItsOwnLayout) {
+    test::GuiApp g;
+    g.startPastSplash();
+    for (const char* name : {"frmMode5", "frmMode5Manuf", "frmMode6", "frmScope", "frmGuage",
+                             "frmMultGuage", "frmRealDisplay", "frmMPG", "frmNewPids"}) {
+        Screen* s = g.app().screenByName(name);
+        ASSERT_NE(s, nullptr) << name;
+        s->show();
+        QApplication::processEvents();
+        QWidget* w = g.desktop->windows().windowOf(name);
+        EXPECT_TRUE(w && w->objectName() == name) << name;
+        s->unload();
     }
 }
 

@@ -84,4 +84,25 @@ struct GuiApp {
     std::unique_ptr<DesktopApp> desktop;
 };
 
+// Windows over an application that runs on virtual time (a flow rig), so that nothing waits on
+// the real clock: the rig's logic is what the flow tests try, and here only the drawing is
+// looked at. The main screen gets a bare stand-in; a test registers the views it needs.
+struct RigWindows {
+    explicit RigWindows(App& app) : windows((EnsureQApp(), app)) {
+        windows.registerView("frmMain", [](Screen&) { return new QWidget; });
+    }
+    // The named widget of a screen's window, once the window has caught up.
+    template <class W = QWidget>
+    W* find(const std::string& screen, const char* name) {
+        QApplication::processEvents();
+        QWidget* w = windows.windowOf(screen);
+        return w ? w->findChild<W*>(name) : nullptr;
+    }
+    void shot(const std::string& screen, const std::string& file) {
+        QApplication::processEvents();
+        Screenshot(windows.windowOf(screen), file);
+    }
+    WindowManager windows;
+};
+
 }  // namespace ketrel::test

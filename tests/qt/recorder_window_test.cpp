@@ -30,10 +30,7 @@ TEST(RecorderWindow, RecordsOnTopThenAsksForTheNameInTheSaveDialogue) {
     auto* panel = g.find<QLabel>("frmRecorder", "StatusBar1.Panels(1)");
     EXPECT_EQ(panel->text(), "STATUS:  RECORDING...");
     EXPECT_TRUE(w->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    EXPECT_EQ(w->pos(), QPoint(100, 100));
-    EXPECT_EQ(w->width(), 420);
     EXPECT_FALSE(g.find<QSlider>("frmRecorder", "sldSpeed")->isEnabled());
-    test::WaitFor([] { return false; }, 300);  // the elapsed time ticks
     test::Screenshot(w, "recorder_recording");
 
     g.find<QPushButton>("frmRecorder", "cmdStop")->click();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "link/port_map.h"
+#include "link/serial_timing.h"
 #include "platform/virtual_event_loop.h"
 #include "state/app.h"
 
@@ -47,13 +48,7 @@ TEST(SimPortFactory, ASimPathOpensTheCarBehindTheChosenConverter) {
         }
         port->output(c.send);
         loop.runFor(50);
-        std::string in = port->input();
-        std::string hex;
-        for (char ch : in) {
-            static const char* kDigits = "0123456789ABCDEF";
-            hex += kDigits[(static_cast<unsigned char>(ch) >> 4)];
-            hex += kDigits[static_cast<unsigned char>(ch) & 0x0F];
-        }
+        const std::string hex = BytesToHex(port->input());
         EXPECT_EQ(hex, c.heard);
         EXPECT_EQ(events > 0, !hex.empty());
         port->setPortOpen(false);
