@@ -5,6 +5,8 @@
 #
 #   bench/fuzz/run.sh [RUNS] [TARGET...]     RUNS defaults to 10000000; TARGET e.g. dorvane_receive
 #
+# KETREL_FUZZ_JOBS=N runs N targets at a time (default 1); each target is one process on one core.
+#
 # Findings (crash-, leak-, timeout-, oom- files) are kept under build-fuzz/findings/<target>/; new
 # inputs found along the way under build-fuzz/work/<target>/ (copy the useful ones into the corpus).
 set -euo pipefail
@@ -24,9 +26,15 @@ if [ ${#targets[@]} -eq 0 ]; then
     for exe in "$build"/bin/fuzz_*; do targets+=("$(basename "$exe" | sed 's/^fuzz_//')"); done
 fi
 
-printf '%-24s %12s %8s %10s %7s %7s %9s\n' target executions seconds exec/s cov ft findings
-status=0
-for t in "${targets[@]}"; do
+jobs=${KETREL_FUZZ_JOBS:-1}
+rows="$build/rows"
+rm -rf "$rows"
+mkdir -p "$rows"
+
+# Runs one target and writes its row to $rows/<target>.
+run_target() {
+    local t=$1
+    local corpus work findings log start secs done_line execs cov ft found rate
     corpus=$(find fuzz -type d -path "*/corpus/$t" | head -n 1)
     work="$build/work/$t"
     findings="$build/findings/$t"
@@ -45,8 +53,21 @@ for t in "${targets[@]}"; do
     # A slow-unit file is a note (a starved machine makes them), not a finding.
     found=$(find "$findings" -maxdepth 1 -type f \( -name 'crash-*' -o -name 'leak-*' \
         -o -name 'timeout-*' -o -name 'oom-*' \) | wc -l)
-    rate=$(( secs > 0 ? ${execs:-0} / secs : ${execs:-0} ))
-    printf '%-24s %12s %8s %10s %7s %7s %9s\n' "$t" "${execs:-0}" "$secs" "$rate" "$cov" "$ft" "$found"
-    [ "$found" -eq 0 ] || status=1
+    rate=$((secs > 0 ? ${execs:-0} / secs : ${execs:-0}))
+    printf '%-24s %12s %8s %10s %7s %7s %9s\n' "$t" "${execs:-0}" "$secs" "$rate" "$cov" "$ft" \
+        "$found" >"$rows/$t"
+}
+
+for t in "${targets[@]}"; do
+    while [ "$(jobs -rp | wc -l)" -ge "$jobs" ]; do wait -n || true; done
+    run_target "$t" &
+done
+wait
+
+printf '%-24s %12s %8s %10s %7s %7s %9s\n' target executions seconds exec/s cov ft findings
+status=0
+for t in "${targets[@]}"; do
+    cat "$rows/$t"
+    [ "$(awk '{print $7}' "$rows/$t")" = 0 ] || status=1
 done
 exit $status
