@@ -20,6 +20,7 @@
 
 #include "fuzz_rig.h"
 #include "platform/sqlite_db.h"
+#include "platform/text_convert.h"
 #include "recording/log_catalogue.h"
 #include "recording/log_file.h"
 
@@ -78,13 +79,6 @@ void refill(Catalogue& c, std::string_view rows) {
     sqlite3_exec(c.db, "COMMIT", nullptr, nullptr, nullptr);
 }
 
-std::string upper(std::string_view s) {
-    std::string out(s);
-    for (char& c : out)
-        c = char(std::toupper(static_cast<unsigned char>(c)));
-    return out;
-}
-
 }  // namespace
 }  // namespace ketrel::fuzz
 
@@ -93,7 +87,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static fuzz::Catalogue c;
     if (size == 0) return 0;
     std::string_view text(reinterpret_cast<const char*>(data + 1), size - 1);
-    const std::string word = fuzz::upper(fuzz::cut(text, '\n'));
+    const std::string word = UpperCase(std::string(fuzz::cut(text, '\n')));
     fuzz::refill(c, text);
 
     std::vector<LogRecord> rows;

@@ -1,10 +1,10 @@
 #include "core/vehicle_selector.h"
 
-#include <cctype>
 #include <functional>
 #include <initializer_list>
 
 #include "data/vehicle_lists.h"
+#include "platform/text_convert.h"
 #include "state/app.h"
 
 namespace ketrel {
@@ -30,12 +30,6 @@ std::vector<std::string> rowOf(std::string_view table, std::string_view key) {
         if (cells.front() == key) return {cells.begin() + 1, cells.end()};
     }
     return {};
-}
-
-std::string upper(std::string s) {
-    for (char& c : s)
-        c = char(std::toupper(static_cast<unsigned char>(c)));
-    return s;
 }
 
 void fill(ComboBox& combo, const std::vector<std::string>& items) {
@@ -117,9 +111,9 @@ void VehicleModelChosen(App& app) {
 void LeaveVehicleField(App& app) {
     FrmMain& m = app.frmMain();
     const bool modelChosen = m.cmbModel.text() != kSelect;
-    setQuietly(m.cmbMake, upper(m.cmbMake.text()));
-    setQuietly(m.cmbModel, upper(m.cmbModel.text()));
-    m.txtVin.setText(upper(m.txtVin.text()));
+    setQuietly(m.cmbMake, UpperCase(m.cmbMake.text()));
+    setQuietly(m.cmbModel, UpperCase(m.cmbModel.text()));
+    m.txtVin.setText(UpperCase(m.txtVin.text()));
     for (ComboBox* c : {&m.cmbYear, &m.cmbMake, &m.cmbModel})
         if (c->text() == kSelect) setQuietly(*c, "");
     if (modelChosen) titleWithModel(app);

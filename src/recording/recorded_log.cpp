@@ -5,6 +5,7 @@
 #include <fstream>
 #include <vector>
 
+#include "platform/text_convert.h"
 #include "recording/log_catalogue.h"
 #include "recording/log_file.h"
 #include "screens/frm_recorded_log.h"
@@ -29,12 +30,6 @@ FrmRecordedLog& screenOf(App& app) {
 
 void showError(App& app, const std::string& text) {
     app.dialogs().message(text, "Error", MsgIcon::Exclamation);
-}
-
-std::string upper(std::string s) {
-    for (char& c : s)
-        c = char(std::toupper(static_cast<unsigned char>(c)));
-    return s;
 }
 
 bool openCatalogue(App& app, LogCatalogue& db) {
@@ -77,7 +72,7 @@ void search(App& app) {
     }
     const std::string method = s.cmbSearchMethod.text();
     const int col = method == "Vin" ? kVinCol : method == "Plate" ? kPlateCol : kNameCol;
-    const std::string word = upper(s.txtSearchWord.text());
+    const std::string word = UpperCase(s.txtSearchWord.text());
     LogCatalogue db;
     if (!openCatalogue(app, db)) return;
     bool found = false;
@@ -89,7 +84,7 @@ void search(App& app) {
     if (found) {
         for (int r = 1; r < s.gridLog.rows(); ++r) {
             app.loop().pump();
-            if (upper(s.gridLog.text(r, col)) != word) continue;
+            if (UpperCase(s.gridLog.text(r, col)) != word) continue;
             s.TopRow = r;
             HighlightLogRow(app, r);
             return;

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstdint>
 #include <string>
 
 #include "link/frame_dispatch.h"
 #include "link/serial_timing.h"
 #include "obd/bit_operations.h"
+#include "platform/text_convert.h"
 #include "screens/frm_mode5.h"
 #include "screens/frm_mode5_manuf.h"
 #include "state/app.h"
@@ -42,15 +42,9 @@ FrmMode5Manuf& screenOf(App& app) {
     return *Mode5ManufScreen(app);
 }
 
-std::string upper(std::string s) {
-    for (char& c : s)
-        c = char(std::toupper(static_cast<unsigned char>(c)));
-    return s;
-}
-
 // Panels 1 and 2 show what is written to them in upper case.
 void setPanel(FrmMode5Manuf& f, int number, const std::string& text) {
-    f.panel(number).setText(upper(text));
+    f.panel(number).setText(UpperCase(text));
 }
 
 void holdPolling(App& app, FrmMode5Manuf& f) {
@@ -225,7 +219,7 @@ void OpenMode5Manuf(App& app) {
     if (!mode5 || !manuf) return;
     app.Mode5Sensor = mode5->cmbO2.listIndex() + 1;
     manuf->show();
-    manuf->Panel3.setText(upper(mode5->cmbO2.text()));
+    manuf->Panel3.setText(UpperCase(mode5->cmbO2.text()));
     mode5->unload();
 }
 
