@@ -13,8 +13,9 @@ struct CodeRow {
     std::string_view text;
 };
 
-// The rows of one table in ascending key order, each suffixed key right behind its bare
-// number. Built from data/dtc.tsv when the program is built.
+// The rows of one table in ascending key order (byte by byte, each key once), each suffixed key
+// right behind its bare number. Built from data/dtc.tsv when the program is built, which stops
+// on a key list that does not ascend.
 std::span<const CodeRow> CodeTableRows(CodeTable table);
 
 }  // namespace ketrel::data

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "data/generator/dtc_table_check.h"
 
 namespace ketrel::dtcgen {
@@ -30,6 +32,26 @@ TEST(KeyList, WordsExpandToRunsOrSingleKeys) {
         std::string error;
         EXPECT_EQ(ExpandKeyWord(c.word, error), c.want) << c.word;
         EXPECT_EQ(!error.empty(), c.error) << c.word;
+    }
+}
+
+TEST(KeyList, KeysMustAscendByteByByte) {
+    struct Case {
+        const char* line;
+        const char* error;  // "" when the keys ascend
+    } cases[] = {
+        {"gm 3 P1641 P1641. P1642", ""},
+        {"gm 3 P1641. P1641 P1642", "key list line 1: gm key P1641 does not come after P1641."},
+        {"gm 2 P1641 P1641", "key list line 1: gm key P1641 does not come after P1641"},
+    };
+    for (const Case& c : cases) {
+        std::istringstream in(c.line);
+        std::vector<std::string> errors;
+        ParseKeyLists(in, errors);
+        auto order = std::find_if(errors.begin(), errors.end(), [](const std::string& e) {
+            return e.find("come after") != std::string::npos;
+        });
+        EXPECT_EQ(order == errors.end() ? "" : *order, c.error) << c.line;
     }
 }
 

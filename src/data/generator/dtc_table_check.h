@@ -142,6 +142,12 @@ inline std::vector<KeyList> ParseKeyLists(std::istream& in, std::vector<std::str
                 list.keys.push_back(std::move(key));
             if (!error.empty()) errors.push_back(where + error);
         }
+        auto back =
+            std::adjacent_find(list.keys.begin(), list.keys.end(),
+                               [](const std::string& a, const std::string& b) { return a >= b; });
+        if (back != list.keys.end())
+            errors.push_back(where + list.table + " key " + back[1] + " does not come after " +
+                             back[0]);
         if (int(list.keys.size()) != list.rows) {
             errors.push_back(where + list.table + " lists " + std::to_string(list.keys.size()) +
                              " keys but says " + std::to_string(list.rows) + " rows");
